@@ -33,8 +33,10 @@ const auto& modifierTable() {
 std::optional<int> keyCode(std::string_view forName) {
   static const auto table = [] {
     std::unordered_map<std::string_view, int> result;
-    for (const auto& row : keytable::keys) result.emplace(row.name, row.keyCode);
-    for (const auto& row : keytable::modifiers) result.emplace(row.name, row.keyCode);
+    for (const auto& row : keytable::keys)
+      result.emplace(row.name, row.keyCode);
+    for (const auto& row : keytable::modifiers)
+      result.emplace(row.name, row.keyCode);
     return result;
   }();
   return find(table, forName);
@@ -43,8 +45,10 @@ std::optional<int> keyCode(std::string_view forName) {
 std::optional<KeyName> name(int forKeyCode) {
   static const auto table = [] {
     std::unordered_map<int, KeyName> result;
-    for (const auto& row : keytable::keys) result.emplace(row.keyCode, KeyName(row.name));
-    for (const auto& row : keytable::modifiers) result.emplace(row.keyCode, KeyName(row.name));
+    for (const auto& row : keytable::keys)
+      result.emplace(row.keyCode, KeyName(row.name));
+    for (const auto& row : keytable::modifiers)
+      result.emplace(row.keyCode, KeyName(row.name));
     return result;
   }();
   return find(table, forKeyCode);
@@ -57,7 +61,8 @@ std::optional<ModifierBits> modifier(std::string_view forName) {
 std::optional<int> auxKey(std::string_view forConsumerName) {
   static const auto table = [] {
     std::unordered_map<std::string_view, int> result;
-    for (const auto& row : keytable::consumers) result.emplace(row.name, row.auxKey);
+    for (const auto& row : keytable::consumers)
+      result.emplace(row.name, row.auxKey);
     return result;
   }();
   return find(table, forConsumerName);
@@ -66,7 +71,8 @@ std::optional<int> auxKey(std::string_view forConsumerName) {
 std::optional<KeyName> consumerName(int forAuxKey) {
   static const auto table = [] {
     std::unordered_map<int, KeyName> result;
-    for (const auto& row : keytable::consumers) result.emplace(row.auxKey, KeyName(row.name));
+    for (const auto& row : keytable::consumers)
+      result.emplace(row.auxKey, KeyName(row.name));
     return result;
   }();
   return find(table, forAuxKey);

@@ -6,9 +6,9 @@
 #include <optional>
 #include <string_view>
 
-/// Key names to what macOS event services need, and back. Pure look-ups on tables that are built once
-/// on first use; every function may be called on any thread, allocates nothing, and answers an unknown
-/// name or number with none.
+/// Key names to what macOS event services need, and back. Pure look-ups on tables that are built
+/// once on first use; every function may be called on any thread, allocates nothing, and answers an
+/// unknown name or number with none.
 namespace trellivar::CGKeycodeMap {
 
 struct ModifierBits {

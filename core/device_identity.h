@@ -16,8 +16,7 @@ struct DeviceIdentity {
 
 } // namespace trellivar
 
-template <>
-struct std::hash<trellivar::DeviceIdentity> {
+template <> struct std::hash<trellivar::DeviceIdentity> {
   std::size_t operator()(const trellivar::DeviceIdentity& identity) const noexcept {
     return std::hash<int>{}(identity.vendorId) * 31 + std::hash<int>{}(identity.productId);
   }

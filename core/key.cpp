@@ -4,10 +4,14 @@ namespace trellivar {
 
 std::string_view rawValue(Key::Kind kind) noexcept {
   switch (kind) {
-  case Key::Kind::keyCode: return "keyCode";
-  case Key::Kind::consumerKeyCode: return "consumerKeyCode";
-  case Key::Kind::pointingButton: return "pointingButton";
-  case Key::Kind::unmappable: return "unmappable";
+  case Key::Kind::keyCode:
+    return "keyCode";
+  case Key::Kind::consumerKeyCode:
+    return "consumerKeyCode";
+  case Key::Kind::pointingButton:
+    return "pointingButton";
+  case Key::Kind::unmappable:
+    return "unmappable";
   }
   return {};
 }

@@ -34,8 +34,7 @@ std::optional<Key::Kind> kindFromRawValue(std::string_view text) noexcept;
 
 } // namespace trellivar
 
-template <>
-struct std::hash<trellivar::Key> {
+template <> struct std::hash<trellivar::Key> {
   std::size_t operator()(const trellivar::Key& key) const noexcept {
     return std::hash<trellivar::KeyName>{}(key.keyCode) * 4 + static_cast<std::size_t>(key.kind);
   }

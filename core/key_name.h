@@ -15,7 +15,7 @@ namespace trellivar {
 /// Any text is a valid name, whether a key table knows it or not. Safe to create and use on every
 /// thread. Creating one from text takes a lock and may allocate, so hot paths keep `KeyName`s.
 class KeyName {
-public:
+ public:
   /// The empty name.
   KeyName() noexcept;
   explicit KeyName(std::string_view text);
@@ -35,14 +35,13 @@ public:
     return reinterpret_cast<std::uintptr_t>(text_) * 0x9E3779B97F4A7C15U;
   }
 
-private:
+ private:
   const std::string* text_;
 };
 
 } // namespace trellivar
 
-template <>
-struct std::hash<trellivar::KeyName> {
+template <> struct std::hash<trellivar::KeyName> {
   std::size_t operator()(trellivar::KeyName name) const noexcept {
     return static_cast<std::size_t>(name.hash() >> 16U);
   }

@@ -5,12 +5,13 @@
 #include <cstdint>
 #include <string_view>
 
-/// The rows behind every translation of key names: each fact about a key stands here once, and every
-/// look-up, in either direction, is built from these rows.
+/// The rows behind every translation of key names: each fact about a key stands here once, and
+/// every look-up, in either direction, is built from these rows.
 namespace trellivar::keytable {
 
-/// A key as the pad's firmware knows it: a name in the style of the web's keyboard event codes and a
-/// number in the Windows virtual-key numbering. An empty name means that the firmware lacks the key.
+/// A key as the pad's firmware knows it: a name in the style of the web's keyboard event codes and
+/// a number in the Windows virtual-key numbering. An empty name means that the firmware lacks the
+/// key.
 struct Firmware {
   std::string_view name;
   int code = 0;
@@ -122,8 +123,8 @@ struct ConsumerRow {
   int auxKey; ///< NX_KEYTYPE_* in IOKit/hidsystem/ev_keymap.h
 };
 
-/// "fastforward" is the name for posting only. Captured input calls the same key "fast_forward"; the
-/// two differ deliberately, so a captured fast-forward key is never posted.
+/// "fastforward" is the name for posting only. Captured input calls the same key "fast_forward";
+/// the two differ deliberately, so a captured fast-forward key is never posted.
 inline constexpr std::array<ConsumerRow, 6> consumers{{
     {"volume_increment", 0},
     {"volume_decrement", 1},

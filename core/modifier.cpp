@@ -12,7 +12,8 @@ std::optional<Modifier> Modifier::fromRawValue(std::string_view text) noexcept {
 KeyName Modifier::keyName() const {
   static const auto names = [] {
     std::array<KeyName, allCases.size()> result;
-    for (const Modifier modifier : allCases) result[modifier] = KeyName(modifier.rawValue());
+    for (const Modifier modifier : allCases)
+      result[modifier] = KeyName(modifier.rawValue());
     return result;
   }();
   return names[value_];

@@ -9,23 +9,26 @@ namespace {
 
 /// Builds the list; one overload for each form of an output.
 class Expansion {
-public:
+ public:
   void operator()(const Output::Chord& chord) {
-    for (const Modifier modifier : chord.modifiers) down(modifier.keyName());
+    for (const Modifier modifier : chord.modifiers)
+      down(modifier.keyName());
     tap(chord.key.keyCode);
     release(chord.modifiers);
   }
   void operator()(const Output::Sequence& sequence) {
-    for (const Key& key : sequence.keys) tap(key.keyCode);
+    for (const Key& key : sequence.keys)
+      tap(key.keyCode);
   }
   void operator()(const Output::Modifiers& alone) {
-    for (const Modifier modifier : alone.modifiers) down(modifier.keyName());
+    for (const Modifier modifier : alone.modifiers)
+      down(modifier.keyName());
     release(alone.modifiers);
   }
 
   std::vector<TapEvent> events;
 
-private:
+ private:
   void down(KeyName name) { events.push_back({0, TapEvent::Kind::keyDown, name}); }
   void up(KeyName name) { events.push_back({0, TapEvent::Kind::keyUp, name}); }
   void tap(KeyName name) {
@@ -33,7 +36,8 @@ private:
     up(name);
   }
   void release(const std::vector<Modifier>& modifiers) {
-    for (auto each = modifiers.rbegin(); each != modifiers.rend(); ++each) up(each->keyName());
+    for (auto each = modifiers.rbegin(); each != modifiers.rend(); ++each)
+      up(each->keyName());
   }
 };
 

@@ -4,12 +4,18 @@ namespace trellivar {
 
 std::string_view rawValue(TapEvent::Kind kind) noexcept {
   switch (kind) {
-  case TapEvent::Kind::keyDown: return "keyDown";
-  case TapEvent::Kind::keyUp: return "keyUp";
-  case TapEvent::Kind::consumerDown: return "consumerDown";
-  case TapEvent::Kind::consumerUp: return "consumerUp";
-  case TapEvent::Kind::pointingDown: return "pointingDown";
-  case TapEvent::Kind::pointingUp: return "pointingUp";
+  case TapEvent::Kind::keyDown:
+    return "keyDown";
+  case TapEvent::Kind::keyUp:
+    return "keyUp";
+  case TapEvent::Kind::consumerDown:
+    return "consumerDown";
+  case TapEvent::Kind::consumerUp:
+    return "consumerUp";
+  case TapEvent::Kind::pointingDown:
+    return "pointingDown";
+  case TapEvent::Kind::pointingUp:
+    return "pointingUp";
   }
   return {};
 }

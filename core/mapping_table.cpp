@@ -1,0 +1,132 @@
+#include "core/mapping_table.h"
+
+#include "core/known_devices.h"
+#include "core/output_events.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <unordered_set>
+#include <utility>
+
+namespace trellivar {
+
+namespace {
+
+using CompiledIdentity = MappingTable::CompiledIdentity;
+using SingleAction = MappingTable::SingleAction;
+
+bool isUnmappable(const KeySignature& signature) {
+  return std::ranges::any_of(signature.codes,
+                             [](const Key& key) { return key.kind == Key::Kind::unmappable; });
+}
+
+std::vector<KeyName> distinctNames(const KeySignature& signature) {
+  std::vector<KeyName> names;
+  std::unordered_set<KeyName> seen;
+  for (const Key& key : signature.codes) {
+    if (seen.insert(key.keyCode).second) names.push_back(key.keyCode);
+  }
+  return names;
+}
+
+void addSignature(CompiledIdentity& entry, const KeySignature& signature,
+                  const CompiledOutput& output) {
+  if (signature.codes.empty() || isUnmappable(signature)) return;
+  const std::vector<KeyName> names = distinctNames(signature);
+  if (signature.isChord && names.size() > 1) {
+    entry.chords.push_back({{names.begin(), names.end()}, output});
+    return;
+  }
+  entry.singles.insert_or_assign(names.front(), SingleAction{SingleAction::Fire{output}});
+  for (const KeyName further : std::span(names).subspan(1))
+    entry.singles.try_emplace(further, SingleAction{SingleAction::Swallow{}});
+}
+
+void addKey(CompiledIdentity& entry, const PhysicalKey& key, const CompiledOutput& output) {
+  addSignature(entry, key.signature, output);
+  for (const KeySignature& alternative : key.altSignatures)
+    addSignature(entry, alternative, output);
+}
+
+/// The modifiers that the firmware holds down for a combination.
+std::span<const Modifier> combinedModifiers(const Output& output) {
+  if (const auto* chord = std::get_if<Output::Chord>(&output.value)) return chord->modifiers;
+  if (const auto* alone = std::get_if<Output::Modifiers>(&output.value)) {
+    if (alone->modifiers.size() >= 2) return alone->modifiers;
+  }
+  return {};
+}
+
+void addPortable(MappingTable& table, const MappingSet& set) {
+  std::array<bool, Modifier::allCases.size()> isUsed{};
+  for (const KeyMapping& mapping : set.profile.mappings) {
+    for (const Modifier modifier : combinedModifiers(mapping.output))
+      isUsed[modifier] = true;
+  }
+  for (const Modifier modifier : Modifier::allCases) {
+    if (!modifier.isLeft() || !isUsed[modifier]) continue;
+    table.identities[set.device.identity()].normalization.insert_or_assign(
+        modifier.oppositeSide().keyName(), modifier.keyName());
+  }
+}
+
+[[noreturn]] void abortOnDuplicateKeyId(const TrellivarDevice& device, int id) {
+  std::fprintf(stderr, "MappingTable: the layout of %s names key %d twice\n", device.name.c_str(),
+               id);
+  std::abort();
+}
+
+void addUnknownDevice(MappingTable& table, const MappingSet& set) {
+  std::unordered_map<int, const PhysicalKey*> keys;
+  for (const PhysicalKey& key : set.device.layout.keys) {
+    if (!keys.emplace(key.id, &key).second) abortOnDuplicateKeyId(set.device, key.id);
+  }
+  CompiledIdentity& entry = table.identities[set.device.identity()];
+  for (const KeyMapping& mapping : set.profile.mappings) {
+    const auto key = keys.find(mapping.fromKeyId);
+    if (key != keys.end()) addKey(entry, *key->second, CompiledOutput(mapping.output));
+  }
+}
+
+/// The pad keeps its bindings when it changes its transport, so each transport's identity gets
+/// them, deliberately always with the layouts of the primary mode.
+void addKnownDevice(MappingTable& table, const MappingSet& set, const KnownDevice& device) {
+  std::vector<CompiledOutput> outputs;
+  for (const KeyMapping& mapping : set.profile.mappings)
+    outputs.emplace_back(mapping.output);
+  for (const KnownTransport& transport : device.primaryMode()->transports) {
+    CompiledIdentity& entry = table.identities[transport.identity];
+    for (std::size_t i = 0; i < outputs.size(); ++i) {
+      const auto& keys = transport.layout.keys;
+      const auto key = std::ranges::find(keys, set.profile.mappings[i].fromKeyId, &PhysicalKey::id);
+      if (key != keys.end()) addKey(entry, *key, outputs[i]);
+    }
+  }
+}
+
+void addSet(MappingTable& table, const MappingSet& set) {
+  if (set.portable) return addPortable(table, set);
+  const KnownDevice* device = KnownDevices::known(set.device.vendorId, set.device.productId);
+  if (device) return addKnownDevice(table, set, *device);
+  addUnknownDevice(table, set);
+}
+
+} // namespace
+
+CompiledOutput::CompiledOutput(Output output)
+    : output_(std::move(output)),
+      events_(std::make_shared<const std::vector<TapEvent>>(OutputEvents::events(output_))) {}
+
+const MappingTable MappingTable::empty{};
+
+MappingTable MappingTable::compile(std::span<const MappingSet> sets) {
+  MappingTable table;
+  for (const MappingSet& set : sets)
+    addSet(table, set);
+  std::erase_if(table.identities, [](const auto& entry) { return entry.second.isEmpty(); });
+  return table;
+}
+
+} // namespace trellivar
