@@ -7,15 +7,8 @@ namespace trellivar {
 
 namespace {
 
-const TapActions& passed() {
-  static const TapActions actions{{TapAction::Pass{}}};
-  return actions;
-}
-
-const TapActions& suppressed() {
-  static const TapActions actions{{TapAction::Suppress{}}};
-  return actions;
-}
+const TapActions passed{{TapAction::Pass{}}};
+const TapActions suppressed{{TapAction::Suppress{}}};
 
 } // namespace
 
@@ -73,7 +66,7 @@ void TapProcessor::resolveSenders() {
 
 const TapActions& TapProcessor::process(const TapEvent& event, Instant now) {
   Sender* const* const found = active_.find(event.senderId);
-  if (!found) return passed();
+  if (!found) return passed;
   Sender& sender = **found;
   result_.clear();
   if (sender.state.isHolding() && now >= sender.state.deadline) replayHold(sender);
@@ -81,14 +74,14 @@ const TapActions& TapProcessor::process(const TapEvent& event, Instant now) {
 }
 
 const TapActions& TapProcessor::down(const TapEvent& event, Sender& sender, Instant now) {
-  if (sender.state.consumed.contains(event.name)) return answer(suppressed());
+  if (sender.state.consumed.contains(event.name)) return answer(suppressed);
   const NameRules& rules = sender.rules->of(event.name);
   if (!rules.candidates.empty()) return holdForChord(event, sender, rules, now);
 
   if (rules.single) {
     sender.state.consumed.insert(event.name);
     const auto* fire = std::get_if<MappingTable::SingleAction::Fire>(&rules.single->value);
-    if (!fire && !sender.state.isHolding()) return answer(suppressed());
+    if (!fire && !sender.state.isHolding()) return answer(suppressed);
     result_.push_back({TapAction::Suppress{}});
     if (sender.state.isHolding()) replayHold(sender);
     if (fire) result_.push_back({TapAction::Post{fire->output.events()}});
@@ -99,7 +92,7 @@ const TapActions& TapProcessor::down(const TapEvent& event, Sender& sender, Inst
     if (sender.state.isHolding()) replayHold(sender);
     return result_;
   }
-  if (!sender.state.isHolding()) return answer(passed());
+  if (!sender.state.isHolding()) return answer(passed);
   result_.push_back({TapAction::Suppress{}});
   replayHoldWith(sender, event);
   return result_;
@@ -115,7 +108,7 @@ const TapActions& TapProcessor::holdForChord(const TapEvent& event, Sender& send
                                [&](KeyName member) { return state.heldNames.contains(member); });
   };
   const auto chord = std::ranges::find_if(rules.candidates, isComplete);
-  if (chord == rules.candidates.end()) return answer(suppressed());
+  if (chord == rules.candidates.end()) return answer(suppressed);
   for (const KeyName member : chord->members)
     state.consumed.insert(member);
   dropHold(sender);
@@ -125,19 +118,19 @@ const TapActions& TapProcessor::holdForChord(const TapEvent& event, Sender& send
 }
 
 const TapActions& TapProcessor::up(const TapEvent& event, Sender& sender) {
-  if (sender.state.consumed.erase(event.name)) return answer(suppressed());
+  if (sender.state.consumed.erase(event.name)) return answer(suppressed);
   if (sender.state.heldNames.contains(event.name)) {
     result_.push_back({TapAction::Suppress{}});
     replayHoldWith(sender, event);
     return result_;
   }
   const NameRules& rules = sender.rules->of(event.name);
-  if (rules.single) return answer(suppressed());
+  if (rules.single) return answer(suppressed);
   if (rules.normalized) {
     result_.push_back({TapAction::Rewrite{*rules.normalized}});
     return result_;
   }
-  return answer(passed());
+  return answer(passed);
 }
 
 const TapActions& TapProcessor::flush(Instant now) {
