@@ -11,7 +11,7 @@ namespace trellivar {
 
 /// A language that the application speaks.
 class AppLanguage {
- public:
+public:
   enum Value : std::uint8_t {
     en,
     zhHans,
@@ -35,7 +35,7 @@ class AppLanguage {
     return value_ == zhHans ? "zh-Hans" : "en";
   }
 
- private:
+private:
   Value value_;
 };
 

@@ -14,7 +14,7 @@ namespace trellivar {
 /// `Hash` gives 64 bits whose high bits are well spread. `Key` and `Value` are
 /// default-constructible.
 template <class Key, class Value, class Hash> class FlatMap {
- public:
+public:
   FlatMap() : slots_(2) {}
 
   Value* find(const Key& key) noexcept {
@@ -40,7 +40,7 @@ template <class Key, class Value, class Hash> class FlatMap {
     return slot->value;
   }
 
- private:
+private:
   struct Slot {
     Key key{};
     Value value{};

@@ -12,7 +12,7 @@ namespace trellivar {
 /// for more. For lists that are short in practice and live on the event path; elsewhere use
 /// std::vector. Iterators and references end with every growth, and with every move of the list.
 template <class T, std::size_t InlineCapacity> class InlineVector {
- public:
+public:
   using value_type = T;
   using iterator = T*;
   using const_iterator = const T*;
@@ -76,7 +76,7 @@ template <class T, std::size_t InlineCapacity> class InlineVector {
     return std::ranges::equal(a, b);
   }
 
- private:
+private:
   T* inlineData() noexcept { return reinterpret_cast<T*>(storage_); }
   bool isInline() noexcept { return data_ == inlineData(); }
 

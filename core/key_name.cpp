@@ -17,7 +17,7 @@ struct TextHash {
 
 /// The nodes of the set never move, so a pointer to an element is good for ever.
 class NameTable {
- public:
+public:
   const std::string* intern(std::string_view text) {
     {
       const std::shared_lock lock(mutex_);
@@ -27,7 +27,7 @@ class NameTable {
     return &*texts_.emplace(text).first;
   }
 
- private:
+private:
   std::shared_mutex mutex_;
   std::unordered_set<std::string, TextHash, std::equal_to<>> texts_;
 };

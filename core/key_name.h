@@ -15,7 +15,7 @@ namespace trellivar {
 /// Any text is a valid name, whether a key table knows it or not. Safe to create and use on every
 /// thread. Creating one from text takes a lock and may allocate, so hot paths keep `KeyName`s.
 class KeyName {
- public:
+public:
   /// The empty name.
   KeyName() noexcept;
   explicit KeyName(std::string_view text);
@@ -35,7 +35,7 @@ class KeyName {
     return reinterpret_cast<std::uintptr_t>(text_) * 0x9E3779B97F4A7C15U;
   }
 
- private:
+private:
   const std::string* text_;
 };
 

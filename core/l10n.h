@@ -46,7 +46,7 @@ std::string_view t(Key key) noexcept;
 
 /// What takes the place of one placeholder.
 class Argument {
- public:
+public:
   explicit Argument(std::string_view text) : text_(text) {}
   /// Plain decimal digits in every locale. Truth values and characters are no numbers.
   template <std::integral Number>
@@ -55,7 +55,7 @@ class Argument {
 
   const std::string& text() const noexcept { return text_; }
 
- private:
+private:
   std::string text_;
 };
 

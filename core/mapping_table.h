@@ -21,7 +21,7 @@ using SharedEvents = std::shared_ptr<const std::vector<TapEvent>>;
 
 /// An output together with its expansion, made once so that firing the output allocates nothing.
 class CompiledOutput {
- public:
+public:
   explicit CompiledOutput(Output output);
 
   const Output& output() const noexcept { return output_; }
@@ -32,7 +32,7 @@ class CompiledOutput {
     return a.output_ == b.output_;
   }
 
- private:
+private:
   Output output_;
   SharedEvents events_;
 };

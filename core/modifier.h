@@ -12,7 +12,7 @@ namespace trellivar {
 
 /// One of the eight modifier keys.
 class Modifier {
- public:
+public:
   /// The order is the canonical one; the values are rows of `keytable::modifiers`.
   enum Value : std::uint8_t {
     command,
@@ -45,7 +45,7 @@ class Modifier {
     return keytable::modifiers[value_];
   }
 
- private:
+private:
   Value value_;
 };
 

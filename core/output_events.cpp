@@ -9,7 +9,7 @@ namespace {
 
 /// Builds the list; one overload for each form of an output.
 class Expansion {
- public:
+public:
   void operator()(const Output::Chord& chord) {
     for (const Modifier modifier : chord.modifiers)
       down(modifier.keyName());
@@ -28,7 +28,7 @@ class Expansion {
 
   std::vector<TapEvent> events;
 
- private:
+private:
   void down(KeyName name) { events.push_back({0, TapEvent::Kind::keyDown, name}); }
   void up(KeyName name) { events.push_back({0, TapEvent::Kind::keyUp, name}); }
   void tap(KeyName name) {

@@ -11,7 +11,7 @@ namespace trellivar {
 /// The user's profiles in one file of the data folder. Holds no cache: every load reads the file,
 /// every save replaces it whole, atomically and durably.
 class ProfileStore {
- public:
+public:
   explicit ProfileStore(std::filesystem::path directory);
 
   const std::filesystem::path& directory() const noexcept { return directory_; }
@@ -30,7 +30,7 @@ class ProfileStore {
   /// Keeps profiles as they were before a migration. Best effort: every failure is dropped.
   void saveLegacyBackup(std::span<const Profile> profiles) const noexcept;
 
- private:
+private:
   std::filesystem::path directory_;
 };
 

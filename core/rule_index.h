@@ -23,7 +23,7 @@ struct NameRules {
 /// A compiled identity turned round for the event path: from a key name to all that concerns it, in
 /// one look-up that costs the same however many other names there are.
 class RuleIndex {
- public:
+public:
   /// Requires: `identity` outlives the index and does not change.
   explicit RuleIndex(const MappingTable::CompiledIdentity& identity);
 
@@ -33,7 +33,7 @@ class RuleIndex {
     return found ? *found : none_;
   }
 
- private:
+private:
   struct NameHash {
     std::uint64_t operator()(KeyName name) const noexcept { return name.hash(); }
   };

@@ -11,7 +11,7 @@ namespace trellivar {
 /// Where learned signatures live. Neither operation reports failure: a store that cannot be read is
 /// one without learned keys. Merging records is the caller's work, on the whole list.
 class SignaturePersisting {
- public:
+public:
   virtual ~SignaturePersisting() = default;
   virtual std::vector<StoredDeviceSignatures> load() const = 0;
   virtual void save(std::span<const StoredDeviceSignatures> records) const = 0;
@@ -21,7 +21,7 @@ class SignaturePersisting {
 /// that cannot be read or decoded loads as empty, and the next save overwrites it; a save that
 /// fails leaves the previous file as it was.
 class SignatureStore final : public SignaturePersisting {
- public:
+public:
   explicit SignatureStore(std::filesystem::path directory);
 
   const std::filesystem::path& directory() const noexcept { return directory_; }
@@ -30,7 +30,7 @@ class SignatureStore final : public SignaturePersisting {
   std::vector<StoredDeviceSignatures> load() const override;
   void save(std::span<const StoredDeviceSignatures> records) const override;
 
- private:
+private:
   std::filesystem::path directory_;
 };
 

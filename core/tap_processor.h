@@ -36,7 +36,7 @@ namespace trellivar {
 ///  2. The events of a completed chord are never delivered.
 ///  3. A name that fired, completed a chord or was swallowed stays silent until its release.
 class TapProcessor {
- public:
+public:
   using Senders = std::unordered_map<std::int64_t, DeviceIdentity>;
   using PausedDevices = std::unordered_set<DeviceIdentity>;
 
@@ -69,16 +69,16 @@ class TapProcessor {
   /// The earliest deadline of all senders; call `flush` then. None while nothing is held.
   std::optional<Instant> nextDeadline() const noexcept;
 
- private:
+private:
   class NameSet {
-   public:
+  public:
     bool contains(KeyName name) const noexcept;
     void insert(KeyName name);
     bool erase(KeyName name) noexcept;
     void clear() noexcept { names_.clear(); }
     std::size_t size() const noexcept { return names_.size(); }
 
-   private:
+  private:
     InlineVector<KeyName, 8> names_;
   };
 

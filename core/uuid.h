@@ -11,7 +11,7 @@ namespace trellivar {
 
 /// A universally unique identifier (RFC 9562).
 class UUID {
- public:
+public:
   /// The nil identifier, all zero.
   constexpr UUID() noexcept = default;
   /// A fresh random (version 4) identifier.
@@ -24,7 +24,7 @@ class UUID {
 
   friend auto operator<=>(const UUID&, const UUID&) = default;
 
- private:
+private:
   std::array<std::uint8_t, 16> bytes_{};
 };
 

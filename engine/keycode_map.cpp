@@ -11,7 +11,7 @@ namespace {
 
 /// Collects steps; a pause that follows a pause is left out.
 class MacroBuilder {
- public:
+public:
   void down(const FirmwareKey& key) { steps_.push_back({MacroEvent::Down{key.name, key.code}}); }
   void up(const FirmwareKey& key) { steps_.push_back({MacroEvent::Up{key.name, key.code}}); }
   void wait() {
@@ -21,7 +21,7 @@ class MacroBuilder {
   }
   std::vector<MacroEvent> take() { return std::move(steps_); }
 
- private:
+private:
   std::vector<MacroEvent> steps_;
 };
 

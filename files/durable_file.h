@@ -13,13 +13,13 @@ namespace trellivar {
 
 /// A file operation that failed. `what()` reads "PATH: reason" with the system's own reason.
 class FileError : public std::runtime_error {
- public:
+public:
   FileError(const std::filesystem::path& path, std::error_code code);
 
   const std::filesystem::path& path() const noexcept { return path_; }
   std::error_code code() const noexcept { return code_; }
 
- private:
+private:
   std::filesystem::path path_;
   std::error_code code_;
 };

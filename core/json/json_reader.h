@@ -24,7 +24,7 @@ template <class T> T decode(const JsonReader& reader);
 /// type. Keys that nobody asks for are ignored. A reader must not outlive the one that it came
 /// from.
 class JsonReader {
- public:
+public:
   /// The root of a document, which must outlive the reader.
   explicit JsonReader(const Json& document) : value_(&document) {}
 
@@ -66,7 +66,7 @@ class JsonReader {
   std::string path() const;
   [[noreturn]] void fail(const std::string& reason) const;
 
- private:
+private:
   JsonReader(const Json& value, const JsonReader& parent, std::string_view key)
       : value_(&value), parent_(&parent), key_(key) {}
 

@@ -59,7 +59,7 @@ std::string plainReason(std::string_view message) {
 
 /// Builds the document and refuses repeated keys, which the library would let pass.
 class DocumentBuilder {
- public:
+public:
   explicit DocumentBuilder(std::string_view text) : text_(text) {}
 
   Json take() { return std::move(root_); }
@@ -90,7 +90,7 @@ class DocumentBuilder {
     throw DecodingError::atLine(lineAt(text_, offset), plainReason(error.what()));
   }
 
- private:
+private:
   Json* put(Json value) {
     if (open_.empty()) {
       root_ = std::move(value);

@@ -25,10 +25,10 @@ constexpr AppLanguage chinese = AppLanguage::zhHans;
 
 /// Leaves the language of the process as the test found it.
 class L10nTest : public testing::Test {
- protected:
+protected:
   ~L10nTest() override { L10n::setCurrent(before_); }
 
- private:
+private:
   AppLanguage before_ = L10n::current();
 };
 
