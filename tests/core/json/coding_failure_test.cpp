@@ -354,7 +354,8 @@ TEST(Decoding, refusesEndlessNumbersAndBrokenTextsEvenWhereTheyWouldBeIgnored) {
   expectFailure([] { decodeProfiles("[\n{\"x\":\n1e400}]"); }, "3",
                 "number overflow parsing '1e400'");
   for (const char* value : {"\"\xFF\"", "\"\\ud800\"", "{\"\xED\xA0\x80\":1}"}) {
-    const auto error = failureOf([&] { decodeProfiles("[\n{\"x\":" + std::string(value) + "}]"); });
+    const auto error =
+        decodingErrorOf([&] { decodeProfiles("[\n{\"x\":" + std::string(value) + "}]"); });
     ASSERT_TRUE(error);
     EXPECT_EQ(error->where(), "2");
     EXPECT_FALSE(error->isAtPath());
@@ -387,7 +388,7 @@ TEST(OutputDecoding, tellsWhichMappingHasTheWrongNumberOfForms) {
   const std::string text =
       R"([{"id":"E621E1F8-C36C-495A-93FC-0C247A3E6E5F","name":"P","mappings":[)" + good + "," +
       good + "," + bad + "]}]";
-  const auto error = failureOf([&] { decodeProfiles(text); });
+  const auto error = decodingErrorOf([&] { decodeProfiles(text); });
   ASSERT_TRUE(error);
   EXPECT_EQ(error->where(), "[0].mappings[2].output");
   EXPECT_TRUE(error->isAtPath());

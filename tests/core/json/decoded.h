@@ -24,7 +24,7 @@ template <class T> std::vector<T> decodedList(std::string_view text) {
 }
 
 /// The DecodingError that `work` throws; fails the test if it throws none, or something else.
-template <class Work> std::optional<DecodingError> failureOf(const Work& work) {
+template <class Work> std::optional<DecodingError> decodingErrorOf(const Work& work) {
   try {
     work();
     ADD_FAILURE() << "nothing was thrown";
@@ -39,7 +39,7 @@ template <class Work> std::optional<DecodingError> failureOf(const Work& work) {
 /// Checks that `work` fails at exactly this place for exactly this reason.
 template <class Work>
 void expectFailure(const Work& work, std::string_view where, std::string_view reason) {
-  const auto error = failureOf(work);
+  const auto error = decodingErrorOf(work);
   if (!error) return;
   EXPECT_EQ(error->where(), where);
   EXPECT_EQ(error->reason(), reason);

@@ -33,7 +33,7 @@ void expectRefusal(std::string_view text, std::string_view where, std::string_vi
 
 /// The line at which the text stops being JSON; the reason is the library's.
 std::string brokenLine(std::string_view text) {
-  const auto error = failureOf([&] { static_cast<void>(parseJson(text)); });
+  const auto error = decodingErrorOf([&] { static_cast<void>(parseJson(text)); });
   if (!error) return "";
   EXPECT_FALSE(error->isAtPath()) << error->what();
   EXPECT_FALSE(error->reason().empty());
@@ -246,7 +246,7 @@ TEST(ParseJson, refusesWhatOnlyResemblesJson) {
         ".5",        "5.",       "1e",    "1e+",       "0x10",      "1_000",      "- 1",
         "--1",       "\"a",      "a\"",   "\"\t\"",    "\"\\a\"",   "\"\\u12\"",  "\"\\u12G4\"",
         "[",         "]",        "{",     "}",         ":",         ",",          "\"a\" \"b\""}) {
-    const auto error = failureOf([&] { static_cast<void>(parseJson(text)); });
+    const auto error = decodingErrorOf([&] { static_cast<void>(parseJson(text)); });
     ASSERT_TRUE(error) << text;
     EXPECT_FALSE(error->isAtPath()) << error->what();
   }
@@ -277,7 +277,7 @@ TEST(ParseJson, refusesBytesThatAreNotUtf8) {
 TEST(ParseJson, givesReasonsWithoutTheLibrarysOwnPrefix) {
   for (const auto& text : {""s, "x"s, "[1"s, "{\"a\":1e400}"s, "\"\xFF\""s, "[1,]"s,
                            "\"column \n\""s, "\"] \n\""s, "\xEF"s}) {
-    const auto error = failureOf([&] { static_cast<void>(parseJson(text)); });
+    const auto error = decodingErrorOf([&] { static_cast<void>(parseJson(text)); });
     ASSERT_TRUE(error);
     EXPECT_EQ(error->reason().find("json.exception"), std::string::npos) << error->reason();
     EXPECT_EQ(error->reason().find("at line"), std::string::npos) << error->reason();
