@@ -1,6 +1,6 @@
 #include "core/json/json_path.h"
 
-#include <nlohmann/json.hpp>
+#include "core/json/quoted.h"
 
 #include <algorithm>
 
@@ -17,7 +17,7 @@ constexpr bool isWordCharacter(char c) {
 
 void appendKey(std::string& path, std::string_view key) {
   if (key.empty() || !std::ranges::all_of(key, isWordCharacter)) {
-    path += '[' + nlohmann::json(key).dump(-1, ' ', true) + ']';
+    path += '[' + quotedJson(key) + ']';
     return;
   }
   if (!path.empty()) path += '.';
