@@ -222,6 +222,7 @@ bool isLeftOver(const Destination& destination, const char* name) {
 void removeLeftOvers(const Destination& destination) {
   const FolderListing listing = list(destination.folder);
   if (!listing) return;
+  // NOLINTNEXTLINE(concurrency-mt-unsafe): nobody else reads this listing
   while (const dirent* entry = ::readdir(listing.get())) {
     if (isLeftOver(destination, entry->d_name)) {
       ::unlinkat(destination.folder.get(), entry->d_name, 0);
