@@ -165,6 +165,9 @@ Json encode(const StoredDeviceSignatures& stored) {
   return json;
 }
 
-std::string prettyPrinted(const Json& document) { return document.dump(2) + '\n'; }
+std::string prettyPrinted(const Json& document) {
+  constexpr bool escapesNonAscii = false;
+  return document.dump(2, ' ', escapesNonAscii, Json::error_handler_t::replace) + '\n';
+}
 
 } // namespace trellivar
