@@ -61,7 +61,7 @@ stop_ticker() {
 # The log of a failed step without its lines of success; of a very long one the two ends.
 show_log() {
   local shown="$1.shown" lines
-  grep -vE '^\[[0-9]+/[0-9]+\] |^ +Start +[0-9]+: |Test +#[0-9]+: .* Passed ' "$1" >"$shown" || true
+  grep -vE '^\[[0-9]+/[0-9]+\] |^-- |^ +Start +[0-9]+: |Test +#[0-9]+: .* Passed ' "$1" >"$shown" || true
   lines=$(wc -l <"$shown")
   if [ "$lines" -le 400 ]; then
     cat "$shown"
