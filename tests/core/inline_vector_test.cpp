@@ -240,7 +240,8 @@ RC_GTEST_PROP(InlineVectorProperty, behavesLikeAnOrdinaryListAndEndsEveryItemOnc
     InlineVector<Counted, 3> other;
     std::vector<Counted> model;
     std::vector<Counted> otherModel;
-    const auto steps = *rc::gen::container<std::vector<int>>(rc::gen::inRange(0, 12));
+    const auto steps = *rc::gen::container<std::vector<int>>(
+        rc::gen::resize(rc::kNominalSize, rc::gen::inRange(0, 12)));
     int next = 0;
     for (const int step : steps) {
       switch (step) {

@@ -324,6 +324,11 @@ std::optional<Output> naiveClassification(const std::vector<KeyEvent>& recorded)
   return Output{Output::Sequence{downKeys}};
 }
 
+/// Any number from 0 to `end` - 1, all equally likely in small cases too.
+std::size_t below(std::size_t end) {
+  return *rc::gen::resize(rc::kNominalSize, rc::gen::inRange<std::size_t>(0, end));
+}
+
 rc::Gen<KeyEvent> anyEvent(rc::Gen<double> timestamp) {
   return rc::gen::mapcat(rc::gen::element("a", "a", "b", "c", "left_shift", "left_shift",
                                           "right_shift", "left_command", "right_option", "fn", ""),
@@ -359,7 +364,7 @@ RC_GTEST_PROP(RecordingClassifierProperty, doesNotDependOnTheOrderInWhichEventsA
   const auto inOrder = RecordingClassifier::classify(events);
   std::vector<KeyEvent> shuffled = events;
   for (std::size_t i = shuffled.size(); i > 1; --i)
-    std::swap(shuffled[i - 1], shuffled[*rc::gen::inRange<std::size_t>(0, i)]);
+    std::swap(shuffled[i - 1], shuffled[below(i)]);
   RC_ASSERT(RecordingClassifier::classify(shuffled) == inOrder);
 }
 
@@ -369,7 +374,7 @@ RC_GTEST_PROP(RecordingClassifierProperty, keepsTheOrderAmongEqualTimesHoweverTh
   const auto recorded = *anyRecording(rc::gen::just(0.0));
   std::vector<std::vector<KeyEvent>> runs(3);
   for (const KeyEvent& event : recorded)
-    runs[*rc::gen::inRange<std::size_t>(0, 3)].push_back(event);
+    runs[below(runs.size())].push_back(event);
   std::vector<KeyEvent> inOrder;
   for (std::size_t run = 0; run < runs.size(); ++run) {
     for (KeyEvent& event : runs[run]) {
@@ -381,7 +386,7 @@ RC_GTEST_PROP(RecordingClassifierProperty, keepsTheOrderAmongEqualTimesHoweverTh
   std::vector<KeyEvent> dealt;
   std::vector<std::size_t> next(runs.size(), 0);
   while (dealt.size() < inOrder.size()) {
-    const auto run = *rc::gen::inRange<std::size_t>(0, runs.size());
+    const auto run = below(runs.size());
     if (next[run] < runs[run].size()) dealt.push_back(runs[run][next[run]++]);
   }
   RC_ASSERT(RecordingClassifier::classify(dealt) == RecordingClassifier::classify(inOrder));
