@@ -1,6 +1,7 @@
 #pragma once
 
 #include <iosfwd>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -11,7 +12,7 @@ namespace trellivar::cli {
 struct Context {
   std::istream& in;
   std::string out;
-  std::string dataDir; ///< as given with --data-dir; empty: the application's own
+  std::optional<std::string> dataDir; ///< as given with --data-dir; none: the application's own
 };
 
 /// The command line or an input is wrong: exit code 2.

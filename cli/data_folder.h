@@ -12,7 +12,8 @@
 namespace trellivar::cli {
 
 /// The folder that --data-dir names, else "Library/Application Support/Trellivar" in the user's
-/// home folder. Throws Failure without a home.
+/// home folder. Throws BadInput for an empty name; Failure without a home, and where a file is in
+/// the way.
 std::filesystem::path dataFolder(const Context& context);
 
 /// The profiles of the data folder, after the sequence that every start runs on them. A file that

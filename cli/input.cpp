@@ -72,7 +72,9 @@ int parseInteger(std::string_view name, std::string_view text) {
       std::from_chars(digits.data(), digits.data() + digits.size(), value, isHexadecimal ? 16 : 10);
   const bool isSignedHexadecimal = isHexadecimal && digits.starts_with('-');
   if (error != std::errc{} || end != digits.data() + digits.size() || isSignedHexadecimal)
-    throw BadInput(std::string(name) + ": expected a number, found " + quotedJson(text));
+    throw BadInput(std::string(name) +
+                   ": expected an integer from -2147483648 to 2147483647, found " +
+                   quotedJson(text));
   return value;
 }
 

@@ -25,6 +25,20 @@ std::size_t editDistance(std::string_view a, std::string_view b) {
   return row.back();
 }
 
+/// How far a name is from what was typed. People also type a word of a name ("command" for
+/// "left_command") and its beginning ("esc" for "escape").
+std::size_t distance(std::string_view typed, std::string_view name) {
+  constexpr std::size_t shortestBeginning = 3;
+  if (typed.size() >= shortestBeginning && name.starts_with(typed)) return typed != name;
+  std::size_t least = editDistance(typed, name);
+  for (std::size_t start = 0; start <= name.size();) {
+    const std::size_t end = std::min(name.find('_', start), name.size());
+    least = std::min(least, 1 + editDistance(typed, name.substr(start, end - start)));
+    start = end + 1;
+  }
+  return least;
+}
+
 } // namespace
 
 const std::vector<std::string>& allKeyNames() {
@@ -50,7 +64,7 @@ std::vector<std::string> nearestNames(std::string_view text,
   const std::string_view typed = text.substr(0, longestSensible);
   std::vector<std::string> nearest = candidates;
   std::ranges::stable_sort(nearest, {},
-                           [&](const std::string& name) { return editDistance(typed, name); });
+                           [&](const std::string& name) { return distance(typed, name); });
   nearest.resize(std::min(nearest.size(), most));
   return nearest;
 }

@@ -11,12 +11,14 @@
 #include "files/durable_file.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <fstream>
 #include <functional>
 #include <iomanip>
 #include <memory>
 #include <optional>
 #include <sstream>
+#include <system_error>
 
 namespace trellivar::cli {
 
@@ -24,6 +26,7 @@ namespace {
 
 struct ProfileOptions {
   std::string mode;
+  std::optional<std::string> shownMode; ///< none: all
   std::string key;
   std::string shortcut;
   std::string text;
@@ -94,14 +97,14 @@ void runList(Context& context, const ProfileOptions&) {
 }
 
 void runShow(Context& context, const ProfileOptions& options) {
-  if (!options.mode.empty()) checkMode(options.mode);
+  const auto& mode = options.shownMode;
+  if (mode) checkMode(*mode);
   std::vector<Profile> profiles = loadProfiles(ProfileStore(dataFolder(context)));
   if (options.json) {
-    const Json shown = options.mode.empty() ? encodeList(profiles)
-                                            : trellivar::encode(profileOf(profiles, options.mode));
-    context.out = prettyPrinted(shown);
-  } else if (!options.mode.empty()) {
-    context.out = describeProfile(profileOf(profiles, options.mode));
+    context.out =
+        prettyPrinted(mode ? trellivar::encode(profileOf(profiles, *mode)) : encodeList(profiles));
+  } else if (mode) {
+    context.out = describeProfile(profileOf(profiles, *mode));
   } else {
     for (const Profile& profile : profiles)
       context.out += describeProfile(profile);
@@ -136,6 +139,13 @@ void runLabel(Context& context, const ProfileOptions& options) {
   });
 }
 
+/// A pipe or a terminal cannot be replaced.
+void writeInto(const std::string& device, const std::string& text) {
+  std::ofstream stream(device, std::ios::binary);
+  if (!(stream << text).flush())
+    throw Failure(device + ": " + std::generic_category().message(errno));
+}
+
 void runExport(Context& context, const ProfileOptions& options) {
   const std::string text =
       prettyPrinted(encodeList(loadProfiles(ProfileStore(dataFolder(context)))));
@@ -143,13 +153,12 @@ void runExport(Context& context, const ProfileOptions& options) {
     context.out = text;
     return;
   }
-  const std::filesystem::path file(options.file);
-  if (!std::filesystem::exists(file) || std::filesystem::is_regular_file(file)) {
-    replaceFile(file, text);
-    return;
-  }
-  std::ofstream device(file, std::ios::binary); // a pipe or a terminal cannot be replaced
-  if (!(device << text).flush()) throw Failure(options.file + ": cannot be written");
+  std::error_code unreachable; // replaceFile says why
+  const auto status = std::filesystem::status(options.file, unreachable);
+  if (!std::filesystem::exists(status) || std::filesystem::is_regular_file(status))
+    replaceFile(options.file, text);
+  else
+    writeInto(options.file, text);
 }
 
 void runImport(Context& context, const ProfileOptions& options) {
@@ -206,7 +215,7 @@ void addProfiles(CLI::App& app, Context& context) {
   declare(group, context, "list", "List the profiles", runList);
 
   const Declared show = declare(group, context, "show", "Print one profile or all", runShow);
-  show.command->add_option("MODE", show.options->mode, "P, M or R");
+  show.command->add_option("MODE", show.options->shownMode, "P, M or R");
   show.command->add_flag("--json", show.options->json, "Print JSON");
 
   addEditing(group, context);

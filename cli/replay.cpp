@@ -17,7 +17,8 @@ TapProcessor::Senders decodeSenders(const JsonReader& reader) {
     const auto [end, error] = std::from_chars(key.data(), key.data() + key.size(), id);
     if (error != std::errc{} || end != key.data() + key.size())
       identity.fail("expected a 64-bit sender id as the key");
-    senders[id] = identity.as<DeviceIdentity>();
+    if (!senders.try_emplace(id, identity.as<DeviceIdentity>()).second)
+      identity.fail("sender " + std::to_string(id) + " is there twice");
   });
   return senders;
 }

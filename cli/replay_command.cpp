@@ -16,8 +16,10 @@ struct ReplayOptions {
   bool manualFlush = false;
 };
 
+double secondsOf(Instant t) { return t.time_since_epoch().count(); }
+
 OrderedJson lineOf(const Replayed& step) {
-  OrderedJson line{{"t", step.t.time_since_epoch().count()}};
+  OrderedJson line{{"t", secondsOf(step.t)}};
   if (!step.event) line["flush"] = true;
   line["actions"] = printableList(step.actions);
   return line;
@@ -32,6 +34,8 @@ void runReplay(Context& context, const ReplayOptions& options) {
   const auto sets =
       decodingFile(options.setsFile, [&] { return decodeSets(JsonReader(document)); });
   const auto steps = readRecording(context, options.eventsFile);
+  if (!steps.empty() && !std::isfinite(secondsOf(steps.back().t) + options.chordWindow))
+    throw BadInput("--chord-window: too long for the times of EVENTS");
   const FlushBy flushBy = options.manualFlush ? FlushBy::recording : FlushBy::timer;
   replay(sets, steps, Seconds(options.chordWindow), flushBy,
          [&](const Replayed& step) { context.out += lineOf(step).dump() + '\n'; });

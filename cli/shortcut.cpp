@@ -46,6 +46,8 @@ std::optional<Modifier> modifierNamed(std::string_view name) {
 
 [[noreturn]] void failUnknown(std::string_view name) {
   if (name.empty()) throw BadInput("the shortcut lacks a key name");
+  if (name.find('+') != std::string_view::npos)
+    throw BadInput("a sequence consists of single keys; " + quotedJson(name) + " is a combination");
   std::vector<std::string> candidates(shortForms.begin(), shortForms.end());
   candidates.insert(candidates.end(), allKeyNames().begin(), allKeyNames().end());
   std::string list;

@@ -5,13 +5,14 @@
 #include "engine/portable_commands.h"
 
 #include <memory>
+#include <optional>
 
 namespace trellivar::cli {
 
 namespace {
 
 struct WriteOptions {
-  std::string profilesFile;
+  std::optional<std::string> profilesFile; ///< none: the stored ones
   bool dryRun = false;
 };
 
@@ -27,9 +28,8 @@ std::string framesOf(const std::vector<std::string>& lines) {
 }
 
 void runWrite(Context& context, const WriteOptions& options) {
-  const auto profiles = options.profilesFile.empty()
-                            ? loadProfiles(ProfileStore(dataFolder(context)))
-                            : readProfiles(context, options.profilesFile);
+  const auto profiles = options.profilesFile ? readProfiles(context, *options.profilesFile)
+                                             : loadProfiles(ProfileStore(dataFolder(context)));
   const auto commands = portableCommands(portableModes(profiles));
   if (commands.lines.empty())
     throw Failure(std::string(L10n::text(L10n::Key::errNothingToWrite, AppLanguage::en)));
