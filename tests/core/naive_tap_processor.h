@@ -2,6 +2,7 @@
 
 #include "core/mapping_table.h"
 #include "core/output_events.h"
+#include "core/tap_action.h"
 
 #include <cstdint>
 #include <map>
@@ -169,5 +170,28 @@ private:
   MappingTable table_;
   std::map<std::int64_t, State> states_;
 };
+
+/// The real processor's actions in the words of the naive one.
+inline NaiveTapProcessor::Actions plainly(const TapActions& actions) {
+  struct Plainly {
+    NaiveTapProcessor::Action operator()(const TapAction::Pass&) const { return {"pass", "", {}}; }
+    NaiveTapProcessor::Action operator()(const TapAction::Suppress&) const {
+      return {"suppress", "", {}};
+    }
+    NaiveTapProcessor::Action operator()(const TapAction::Rewrite& rewrite) const {
+      return {"rewrite", rewrite.name.text(), {}};
+    }
+    NaiveTapProcessor::Action operator()(const TapAction::Post& post) const {
+      return {"post", "", *post.events};
+    }
+    NaiveTapProcessor::Action operator()(const TapAction::Replay& replay) const {
+      return {"replay", "", {replay.events.begin(), replay.events.end()}};
+    }
+  };
+  NaiveTapProcessor::Actions result;
+  for (const TapAction& action : actions)
+    result.push_back(std::visit(Plainly{}, action.value));
+  return result;
+}
 
 } // namespace trellivar

@@ -288,30 +288,6 @@ private:
 
   static Instant at(double seconds) { return Instant(Seconds(seconds)); }
 
-  static NaiveTapProcessor::Actions plainly(const TapActions& actions) {
-    struct Plainly {
-      NaiveTapProcessor::Action operator()(const TapAction::Pass&) const {
-        return {"pass", "", {}};
-      }
-      NaiveTapProcessor::Action operator()(const TapAction::Suppress&) const {
-        return {"suppress", "", {}};
-      }
-      NaiveTapProcessor::Action operator()(const TapAction::Rewrite& rewrite) const {
-        return {"rewrite", rewrite.name.text(), {}};
-      }
-      NaiveTapProcessor::Action operator()(const TapAction::Post& post) const {
-        return {"post", "", *post.events};
-      }
-      NaiveTapProcessor::Action operator()(const TapAction::Replay& replay) const {
-        return {"replay", "", {replay.events.begin(), replay.events.end()}};
-      }
-    };
-    NaiveTapProcessor::Actions result;
-    for (const TapAction& action : actions)
-      result.push_back(std::visit(Plainly{}, action.value));
-    return result;
-  }
-
   static void show(std::ostream& out, const NaiveTapProcessor::Actions& actions) {
     for (const auto& action : actions) {
       out << "    " << action.what << ' ' << action.name;
