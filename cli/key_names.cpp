@@ -62,10 +62,14 @@ std::vector<std::string> nearestNames(std::string_view text,
   constexpr std::size_t most = 3;
   constexpr std::size_t longestSensible = 64; // longer texts are no typing errors
   const std::string_view typed = text.substr(0, longestSensible);
-  std::vector<std::string> nearest = candidates;
-  std::ranges::stable_sort(nearest, {},
-                           [&](const std::string& name) { return distance(typed, name); });
-  nearest.resize(std::min(nearest.size(), most));
+  std::vector<std::pair<std::size_t, std::string>> ranked;
+  for (const std::string& name : candidates)
+    ranked.emplace_back(distance(typed, name), name);
+  std::ranges::stable_sort(ranked, {}, &std::pair<std::size_t, std::string>::first);
+  ranked.resize(std::min(ranked.size(), most));
+  std::vector<std::string> nearest;
+  for (auto& [away, name] : ranked)
+    nearest.push_back(std::move(name));
   return nearest;
 }
 
