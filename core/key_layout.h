@@ -22,7 +22,7 @@ struct PhysicalKey {
   int col = 0; ///< zero-based
   KeySignature signature;
   /// Further signatures that the same key is known to produce.
-  std::vector<KeySignature> altSignatures;
+  std::vector<KeySignature> altSignatures = {};
 
   friend bool operator==(const PhysicalKey&, const PhysicalKey&) = default;
 };

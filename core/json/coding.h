@@ -43,7 +43,8 @@ template <class List> Json encodeList(const List& items) {
   return list;
 }
 
-/// The text of a data file: pretty-printed, keys sorted, a newline at the end.
+/// The text of a data file: pretty-printed, keys sorted, a newline at the end. What is not valid
+/// UTF-8 in a text of the model becomes U+FFFD, so that saving never fails for it.
 std::string prettyPrinted(const Json& document);
 
 } // namespace trellivar

@@ -43,6 +43,14 @@ void refuseDeepNesting(std::string_view text) {
   }
 }
 
+/// The library takes a zero byte between values for the end of the text; what follows it would go
+/// unread.
+void refuseZeroByte(std::string_view text) {
+  const auto zero = text.find('\0');
+  if (zero != std::string_view::npos)
+    throw DecodingError::atLine(lineAt(text, zero), "a byte of value zero");
+}
+
 /// Drops the library's own prefix, "[json.exception.parse_error.101] parse error at line 1, column
 /// 2: ".
 std::string plainReason(std::string_view message) {
@@ -145,6 +153,7 @@ Json parseJson(std::string_view text) {
   refuseDeepNesting(text);
   DocumentBuilder builder(text);
   Json::sax_parse(text, &builder);
+  refuseZeroByte(text);
   return builder.take();
 }
 
