@@ -25,3 +25,4 @@ fi
 . script/lib/steps.sh
 . script/lib/packages.sh
 . script/lib/build.sh
+. script/lib/clang.sh

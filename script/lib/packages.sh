@@ -61,29 +61,3 @@ as_root() {
     return 1
   fi
 }
-
-# The Clang of the clang-tidy, fuzzing and second-compiler builds; CMakePresets.json asks for it.
-use_clang() {
-  if [ "$system" = macos ]; then
-    local llvm
-    llvm=$(brew --prefix llvm)
-    export TRELLIVAR_CLANGXX="$llvm/bin/clang++"
-    export LDFLAGS="-L$llvm/lib/c++ -Wl,-rpath,$llvm/lib/c++ ${LDFLAGS:-}"
-  else
-    export TRELLIVAR_CLANGXX=clang++-16
-    export ASAN_SYMBOLIZER_PATH=/usr/lib/llvm-16/bin/llvm-symbolizer
-  fi
-  command -v "$TRELLIVAR_CLANGXX" >/dev/null || fail "$TRELLIVAR_CLANGXX is missing"
-}
-
-# Prints the clang-format whose output is the project's style; other versions format differently.
-clang_format_16() {
-  local name
-  for name in clang-format-16 clang-format; do
-    if command -v $name >/dev/null && $name --version | grep -q 'version 16\.'; then
-      echo $name
-      return
-    fi
-  done
-  return 1
-}
