@@ -124,10 +124,9 @@ Profiles start(const ProfileStore& store) {
   return migrateAtStart(store, loaded);
 }
 
-class StartTest : public testing::Test {
-protected:
+struct StartTest : testing::Test {
   TemporaryFolder folder;
-  const ProfileStore store{folder.path()};
+  ProfileStore store{folder.path()};
 
   Profiles backup() const {
     const TemporaryFolder place;

@@ -96,10 +96,9 @@ constexpr auto textOfSomeProfiles = R"([
 ]
 )";
 
-class ProfileStoreTest : public testing::Test {
-protected:
+struct ProfileStoreTest : testing::Test {
   TemporaryFolder folder;
-  const ProfileStore store{folder.path()};
+  ProfileStore store{folder.path()};
 };
 
 TEST_F(ProfileStoreTest, keepsItsFilesInItsDirectory) {

@@ -88,10 +88,9 @@ constexpr auto textOfSomeRecords = R"([
 ]
 )";
 
-class SignatureStoreTest : public testing::Test {
-protected:
+struct SignatureStoreTest : testing::Test {
   TemporaryFolder folder;
-  const SignatureStore store{folder.path()};
+  SignatureStore store{folder.path()};
 };
 
 TEST_F(SignatureStoreTest, keepsItsFileInItsDirectory) {

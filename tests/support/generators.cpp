@@ -79,7 +79,21 @@ rc::Gen<Output> modifiersOutput() {
 
 namespace rc {
 
-using namespace trellivar;
+namespace generate = trellivar::generate;
+using trellivar::DeviceIdentity;
+using trellivar::Key;
+using trellivar::KeyLayout;
+using trellivar::KeyMapping;
+using trellivar::KeyName;
+using trellivar::KeySignature;
+using trellivar::Modifier;
+using trellivar::Output;
+using trellivar::PhysicalKey;
+using trellivar::Profile;
+using trellivar::StoredDeviceSignatures;
+using trellivar::StoredKeySignature;
+using trellivar::TrellivarDevice;
+using trellivar::UUID;
 
 Gen<KeyName> Arbitrary<KeyName>::arbitrary() { return generate::keyName(); }
 
@@ -122,7 +136,7 @@ Gen<TrellivarDevice> Arbitrary<TrellivarDevice>::arbitrary() {
 Gen<UUID> Arbitrary<UUID>::arbitrary() {
   const auto digit = gen::elementOf(std::string("0123456789ABCDEF"));
   return gen::map(gen::container<std::string>(32, digit), [](std::string text) {
-    for (const std::size_t dash : {8, 13, 18, 23})
+    for (const std::size_t dash : {8U, 13U, 18U, 23U})
       text.insert(dash, "-");
     return UUID::fromText(text).value();
   });

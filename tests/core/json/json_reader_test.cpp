@@ -46,6 +46,10 @@ const std::vector<std::pair<std::string, std::string>> descriptions{
     {"-7", "the number -7"}, {"1.5", "the number 1.5"}, {"1.0", "the number 1.0"},
 };
 
+std::string refusal(const std::string& expectation, const std::string& description) {
+  return "expected " + expectation + ", found " + description;
+}
+
 /// Values of the given types are read; all others are refused.
 template <class Read>
 void expectOnly(const Texts& accepted, const Read& reading, const std::string& expectation) {
@@ -54,7 +58,7 @@ void expectOnly(const Texts& accepted, const Read& reading, const std::string& e
     if (isAccepted) {
       EXPECT_NO_THROW(read(value, reading)) << value;
     } else {
-      expectRefusal(value, reading, "expected " + expectation + ", found " + description);
+      expectRefusal(value, reading, refusal(expectation, description));
     }
   }
 }
@@ -138,8 +142,7 @@ TEST(JsonReader, readsListsInOrder) {
   EXPECT_EQ(read("[3,1,2,1]", listOfInt), (std::vector{3, 1, 2, 1}));
   EXPECT_EQ(read("[]", listOfInt), std::vector<int>{});
   for (const auto& [value, description] : descriptions) {
-    if (description != "a list")
-      expectRefusal(value, listOfInt, "expected a list, found " + description);
+    if (description != "a list") expectRefusal(value, listOfInt, refusal("a list", description));
   }
 }
 
@@ -154,7 +157,7 @@ TEST(JsonReader, readsMembers) {
   EXPECT_EQ(reader.member("a").integer(), 1);
   EXPECT_EQ(reader.member("").integer(), 2);
   EXPECT_TRUE(reader.member("n").json().is_null());
-  EXPECT_EQ(reader.optionalMember("a")->integer(), 1);
+  EXPECT_EQ(reader.optionalMember("a").value().integer(), 1);
 }
 
 TEST(JsonReader, missesAMemberThatIsNotThere) {
