@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -288,6 +289,27 @@ RC_GTEST_PROP(InlineVectorProperty, behavesLikeAnOrdinaryListAndEndsEveryItemOnc
     }
   }
   RC_ASSERT(Counted::alive == before);
+}
+
+TEST(InlineVector, endsTheItemsItHasCopiedWhenTheNextCopyFails) {
+  struct Fragile {
+    std::shared_ptr<int> tracker;
+    bool isBroken = false;
+    Fragile(std::shared_ptr<int> each, bool broken) : tracker(std::move(each)), isBroken(broken) {}
+    Fragile(const Fragile& other) : tracker(other.tracker), isBroken(other.isBroken) {
+      if (isBroken) throw std::runtime_error("broken");
+    }
+    Fragile(Fragile&&) noexcept = default;
+  };
+  const auto tracker = std::make_shared<int>();
+  {
+    InlineVector<Fragile, 2> original;
+    for (const bool isBroken : {false, false, false, true})
+      original.push_back(Fragile(tracker, isBroken));
+    EXPECT_THROW((InlineVector<Fragile, 2>(original)), std::runtime_error);
+    EXPECT_EQ(tracker.use_count(), 5);
+  }
+  EXPECT_EQ(tracker.use_count(), 1);
 }
 
 } // namespace

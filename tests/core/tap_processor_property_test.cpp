@@ -156,6 +156,7 @@ private:
   /// dropped as itself.
   void checkDecision(const TapEvent& event, const Actions& result) {
     RC_ASSERT(!result.empty());
+    RC_ASSERT(result.size() <= 3U);
     int decisions = 0;
     int posts = 0;
     for (const TapAction& action : result) {
