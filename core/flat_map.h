@@ -11,8 +11,8 @@ namespace trellivar {
 /// so that a look-up touches one or two neighbouring slots. It grows but has no erase; rebuild it
 /// instead.
 ///
-/// `Hash` gives 64 bits whose high bits are well spread. `Key` and `Value` are
-/// default-constructible.
+/// A map that was moved from may only be assigned to or destroyed. `Hash` gives 64 bits whose high
+/// bits are well spread. `Key` and `Value` are default-constructible.
 template <class Key, class Value, class Hash> class FlatMap {
 public:
   FlatMap() : slots_(2) {}

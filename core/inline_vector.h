@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <initializer_list>
 #include <memory>
+#include <type_traits>
 #include <utility>
 
 namespace trellivar {
@@ -12,17 +13,18 @@ namespace trellivar {
 /// for more. For lists that are short in practice and live on the event path; elsewhere use
 /// std::vector. Iterators and references end with every growth, and with every move of the list.
 template <class T, std::size_t InlineCapacity> class InlineVector {
+  static_assert(InlineCapacity > 0);
+  static_assert(std::is_nothrow_move_constructible_v<T>, "growing must not lose elements");
+
 public:
   using value_type = T;
   using iterator = T*;
   using const_iterator = const T*;
 
   InlineVector() noexcept {} // NOLINT(modernize-use-equals-default): the storage stays raw
-  InlineVector(std::initializer_list<T> items) {
-    for (const T& item : items)
-      push_back(item);
-  }
-  InlineVector(const InlineVector& other) { append(other); }
+  // Both delegate, so that the destructor cleans up when copying an element throws.
+  InlineVector(std::initializer_list<T> items) : InlineVector() { append(items); }
+  InlineVector(const InlineVector& other) : InlineVector() { append(other); }
   InlineVector(InlineVector&& other) noexcept { take(other); }
   InlineVector& operator=(const InlineVector& other) {
     if (this == &other) return *this;
@@ -48,13 +50,13 @@ public:
   const T& operator[](std::size_t index) const noexcept { return data_[index]; }
   T& back() noexcept { return data_[size_ - 1]; }
 
-  /// `item` must not be an element of this list.
   void push_back(T item) {
     if (size_ == capacity_) grow();
     std::construct_at(data_ + size_, std::move(item));
     ++size_;
   }
 
+  /// `items` must not be this list.
   template <class Range> void append(const Range& items) {
     for (const T& item : items)
       push_back(item);

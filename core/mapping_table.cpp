@@ -50,7 +50,7 @@ void addKey(CompiledIdentity& entry, const PhysicalKey& key, const CompiledOutpu
     addSignature(entry, alternative, output);
 }
 
-/// The modifiers that the firmware holds down for a combination.
+/// The modifiers of a combination; one modifier alone is none.
 std::span<const Modifier> combinedModifiers(const Output& output) {
   if (const auto* chord = std::get_if<Output::Chord>(&output.value)) return chord->modifiers;
   if (const auto* alone = std::get_if<Output::Modifiers>(&output.value)) {

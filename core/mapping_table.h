@@ -86,8 +86,8 @@ struct MappingTable {
   /// Compiles the sets in order: of two singles for the same identity and name the later wins,
   /// chord triggers accumulate.
   ///
-  /// - A portable set contributes normalisation only: the pad sends the left side of each modifier
-  ///   that its combinations use, whichever side the user bound.
+  /// - A portable set contributes normalisation only: the right side of each modifier that the
+  ///   profile's combinations hold on the left is rewritten to the left side.
   /// - A set for a known pad binds every transport of the pad's mode "P" with the registry's
   /// layouts.
   /// - Any other set binds its own device identity with its own layout.

@@ -43,7 +43,8 @@ struct TapAction {
   friend bool operator==(const TapAction&, const TapAction&) = default;
 };
 
-/// At most four for one event (an overdue replay, then suppress, replay and post).
+/// At most three for one event (suppress, replay and post, in the order that the case asks for);
+/// one for each sender that is due when holds are flushed.
 using TapActions = InlineVector<TapAction, 4>;
 
 } // namespace trellivar

@@ -142,7 +142,7 @@ const TapActions& TapProcessor::flush(Instant now) {
   return result_;
 }
 
-std::optional<Instant> TapProcessor::nextDeadline() const noexcept {
+std::optional<Instant> TapProcessor::earliestDeadline() const noexcept {
   std::optional<Instant> earliest;
   for (const Sender* sender : holding_) {
     const Instant deadline = sender->state.deadline;
@@ -174,7 +174,8 @@ void TapProcessor::dropHold(Sender& sender) noexcept {
 }
 
 void TapProcessor::replayHold(Sender& sender) {
-  result_.push_back({TapAction::Replay{std::move(sender.state.held)}});
+  result_.push_back({TapAction::Replay{}});
+  std::get<TapAction::Replay>(result_.back().value).events = std::move(sender.state.held);
   dropHold(sender);
 }
 

@@ -67,7 +67,10 @@ public:
   const TapActions& flush(Instant now);
 
   /// The earliest deadline of all senders; call `flush` then. None while nothing is held.
-  std::optional<Instant> nextDeadline() const noexcept;
+  std::optional<Instant> nextDeadline() const noexcept {
+    if (holding_.empty()) return std::nullopt;
+    return earliestDeadline();
+  }
 
 private:
   class NameSet {
@@ -112,6 +115,7 @@ private:
   void replayHoldWith(Sender& sender, const TapEvent& current);
   const TapActions& answer(const TapActions& constant);
   void resolveSenders();
+  std::optional<Instant> earliestDeadline() const noexcept;
 
   Seconds chordWindow_;
   MappingTable table_;

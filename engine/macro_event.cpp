@@ -1,13 +1,13 @@
 #include "engine/macro_event.h"
 
-#include "engine/escaped.h"
+#include "core/json/quoted.h"
 
 namespace trellivar {
 
 namespace {
 
 std::string keyStep(const char* type, const std::string& k, int c) {
-  return std::string(R"({"t":")") + type + R"(","k":")" + escaped(k) + R"(","c":)" +
+  return std::string(R"({"t":")") + type + R"(","k":)" + quotedJson(k) + R"(,"c":)" +
          std::to_string(c) + "}";
 }
 

@@ -1,7 +1,7 @@
 #include "engine/orlo3_protocol.h"
 
+#include "core/json/quoted.h"
 #include "core/utf8.h"
-#include "engine/escaped.h"
 
 namespace trellivar::Orlo3Protocol {
 
@@ -12,9 +12,9 @@ std::string writeKeyMacro(int key, std::string_view mode, std::string_view event
     if (!steps.empty()) steps += ',';
     steps += step.json();
   }
-  return R"({"o":"set","k":)" + std::to_string(key) + R"(,"m":"keyboard","e":")" + escaped(event) +
-         R"(","v":[)" + steps + R"(],"r":)" + std::to_string(repeatCount) + R"(,"s":")" +
-         escaped(mode) + R"("})";
+  return R"({"o":"set","k":)" + std::to_string(key) + R"(,"m":"keyboard","e":)" +
+         quotedJson(event) + R"(,"v":[)" + steps + R"(],"r":)" + std::to_string(repeatCount) +
+         R"(,"s":)" + quotedJson(mode) + "}";
 }
 
 std::vector<std::string> frame(std::string_view line, int seq) {

@@ -19,13 +19,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kMostLinks = 40;
-constexpr mode_t kPrivateFile = 0600;
-constexpr mode_t kPrivateFolder = 0700;
-constexpr mode_t kOrdinaryFolder = 0777;
+constexpr int mostLinks = 40;
+constexpr mode_t privateFileMode = 0600;
+constexpr mode_t privateFolderMode = 0700;
+constexpr mode_t ordinaryFolderMode = 0777;
 
 /// macOS refuses to write 2 GiB or more at once.
-constexpr std::size_t kLargestWrite = std::size_t{1} << 30;
+constexpr std::size_t largestWrite = std::size_t{1} << 30;
 
 std::error_code lastError() { return {errno, std::generic_category()}; }
 
@@ -102,7 +102,7 @@ void flushFolder(const FileDescriptor& folder, const fs::path& path) {
 /// The path at the end of a chain of symbolic links, whether or not there is a file.
 fs::path followLinks(const fs::path& path) {
   fs::path current = path;
-  for (int followed = 0; followed <= kMostLinks; ++followed) {
+  for (int followed = 0; followed <= mostLinks; ++followed) {
     std::error_code code;
     const fs::path next = fs::read_symlink(current, code);
     if (code == std::errc::invalid_argument) return current; // exists and is no link
@@ -149,14 +149,14 @@ void createFolder(const fs::path& folder, mode_t mode) {
   createParentFolders(folder);
   if (!makeFolder(folder, mode)) return;
   // The umask may have taken away what the owner of a private folder needs.
-  if (mode == kPrivateFolder && ::chmod(folder.c_str(), mode) != 0) fail(folder);
+  if (mode == privateFolderMode && ::chmod(folder.c_str(), mode) != 0) fail(folder);
   const fs::path parent = folderOf(folder);
   flushFolder(openFolder(parent), parent);
 }
 
 void createParentFolders(const fs::path& path) {
   const fs::path folder = folderOf(path);
-  if (!folderExists(folder)) createFolder(folder, kOrdinaryFolder);
+  if (!folderExists(folder)) createFolder(folder, ordinaryFolderMode);
 }
 
 /// The file to be replaced. Its folder is held open, so that all steps happen in the same folder
@@ -172,7 +172,7 @@ Destination openDestination(const fs::path& path) {
   const fs::path target = followLinks(path);
   requireFileName(target);
   const fs::path folder = folderOf(target);
-  if (!folderExists(folder)) createFolder(folder, kPrivateFolder);
+  if (!folderExists(folder)) createFolder(folder, privateFolderMode);
   return {target, target.filename().string(), folder, openFolder(folder)};
 }
 
@@ -222,6 +222,7 @@ bool isLeftOver(const Destination& destination, const char* name) {
 void removeLeftOvers(const Destination& destination) {
   const FolderListing listing = list(destination.folder);
   if (!listing) return;
+  // NOLINTNEXTLINE(concurrency-mt-unsafe): nobody else reads this listing
   while (const dirent* entry = ::readdir(listing.get())) {
     if (isLeftOver(destination, entry->d_name)) {
       ::unlinkat(destination.folder.get(), entry->d_name, 0);
@@ -268,17 +269,17 @@ private:
   void create() {
     file_ = FileDescriptor(uninterrupted([&] {
       return ::openat(destination_.folder.get(), name_.c_str(),
-                      O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, kPrivateFile);
+                      O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, privateFileMode);
     }));
   }
 
   /// Gives back what the umask took away.
   void setMode() {
-    if (::fchmod(file_.get(), kPrivateFile) != 0) fail(destination_.path);
+    if (::fchmod(file_.get(), privateFileMode) != 0) fail(destination_.path);
   }
 
   std::size_t writeSome(std::string_view content) {
-    const std::size_t size = std::min(content.size(), kLargestWrite);
+    const std::size_t size = std::min(content.size(), largestWrite);
     const ssize_t count = uninterrupted([&] { return ::write(file_.get(), content.data(), size); });
     if (count < 0) fail(destination_.path);
     return static_cast<std::size_t>(count);

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <unistd.h>
-
 #include <utility>
 
 namespace trellivar {
@@ -18,9 +16,7 @@ public:
     std::swap(number_, taken.number_);
     return *this;
   }
-  ~FileDescriptor() {
-    if (isOpen()) ::close(number_);
-  }
+  ~FileDescriptor();
 
   bool isOpen() const noexcept { return number_ >= 0; }
   int get() const noexcept { return number_; }

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <sys/types.h>
-
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -12,7 +10,7 @@ namespace trellivar {
 /// Names the temporary file that becomes FILE once it is complete: `.FILE.PROCESS-COUNTER.tmp`. The
 /// process tells whoever finds the file whether somebody is still writing it.
 struct TemporaryName {
-  pid_t process = 0;
+  int process = 0; ///< a pid_t
   std::uint64_t counter = 0;
 
   /// A name that no other call in this process, nor another running process, returns for the file.

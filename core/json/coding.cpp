@@ -1,11 +1,13 @@
 #include "core/json/coding.h"
 
+#include "core/json/quoted.h"
+
 namespace trellivar {
 
 template <> Modifier decode<Modifier>(const JsonReader& reader) {
   const std::string& text = reader.text();
   const auto modifier = Modifier::fromRawValue(text);
-  if (!modifier) reader.fail("unknown modifier " + Json(text).dump());
+  if (!modifier) reader.fail("unknown modifier " + quotedJson(text));
   return *modifier;
 }
 
@@ -14,7 +16,7 @@ Json encode(Modifier modifier) { return modifier.rawValue(); }
 template <> Key::Kind decode<Key::Kind>(const JsonReader& reader) {
   const std::string& text = reader.text();
   const auto kind = kindFromRawValue(text);
-  if (!kind) reader.fail("unknown kind of key " + Json(text).dump());
+  if (!kind) reader.fail("unknown kind of key " + quotedJson(text));
   return *kind;
 }
 

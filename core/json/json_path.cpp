@@ -13,11 +13,17 @@ constexpr bool isWordCharacter(char c) {
          c == '-';
 }
 
+std::string quotedAscii(std::string_view key) {
+  using nlohmann::json;
+  constexpr bool escapesNonAscii = true;
+  return json(key).dump(-1, ' ', escapesNonAscii, json::error_handler_t::replace);
+}
+
 } // namespace
 
 void appendKey(std::string& path, std::string_view key) {
   if (key.empty() || !std::ranges::all_of(key, isWordCharacter)) {
-    path += '[' + nlohmann::json(key).dump(-1, ' ', true) + ']';
+    path += '[' + quotedAscii(key) + ']';
     return;
   }
   if (!path.empty()) path += '.';

@@ -16,11 +16,11 @@ namespace fs = std::filesystem;
 
 using Names = std::vector<std::string>;
 
-constexpr std::size_t kSize = 70'000;
+constexpr std::size_t size = 70'000;
 
 /// Each letter a content; whole if all its bytes are there and the same.
 bool isWhole(const std::string& content) {
-  return content.size() == kSize && content.find_first_not_of(content[0]) == std::string::npos;
+  return content.size() == size && content.find_first_not_of(content[0]) == std::string::npos;
 }
 
 /// Saves `rounds` times in each of `count` threads, each with a letter of its own. The number of
@@ -29,7 +29,7 @@ int saveInThreads(const fs::path& path, char firstLetter, int count, int rounds)
   std::atomic<int> failures{0};
   std::vector<std::thread> threads;
   for (int index = 0; index < count; ++index) {
-    const std::string content = filled(static_cast<char>(firstLetter + index), kSize);
+    const std::string content = filled(static_cast<char>(firstLetter + index), size);
     threads.emplace_back([&failures, path, content, rounds] {
       for (int round = 0; round < rounds; ++round) {
         if (failureOf([&] { replaceFile(path, content); })) ++failures;
@@ -73,7 +73,7 @@ private:
 
 TEST(ConcurrentSave, ofSeveralThreadsNeverFailsAndLeavesOneWholeContent) {
   const TemporaryFolder folder;
-  put(folder / "file", filled('z', kSize));
+  put(folder / "file", filled('z', size));
   Onlooker onlooker(folder / "file");
 
   EXPECT_EQ(saveInThreads(folder / "file", 'a', 8, 25), 0);
@@ -86,7 +86,7 @@ TEST(ConcurrentSave, ofSeveralThreadsNeverFailsAndLeavesOneWholeContent) {
 
 TEST(ConcurrentSave, ofSeveralProcessesNeverFailsAndLeavesOneWholeContent) {
   const TemporaryFolder folder;
-  put(folder / "file", filled('z', kSize));
+  put(folder / "file", filled('z', size));
   std::vector<ChildProcess> children;
   for (int index = 0; index < 5; ++index) {
     children.emplace_back([&, letter = static_cast<char>('a' + 2 * index)] {

@@ -24,7 +24,7 @@ using Names = std::vector<std::string>;
 using std::chrono::microseconds;
 
 /// Of different letters and lengths, so that no mixture and no part of one passes for the other.
-const std::array<std::string, 2> kContents = {filled('a', 300'000), filled('b', 200'001)};
+const std::array<std::string, 2> contents = {filled('a', 300'000), filled('b', 200'001)};
 
 /// Lets a child say that it has begun.
 class StartSignal {
@@ -53,16 +53,16 @@ private:
 [[noreturn]] void saveForEver(const fs::path& path, std::size_t first, const StartSignal& start) {
   start.give();
   for (std::size_t index = first;; ++index)
-    replaceFile(path, kContents[index % 2]);
+    replaceFile(path, contents[index % 2]);
 }
 
 /// Kills shall fall anywhere in the first few saves, however fast the disk is.
 microseconds longestLife(const fs::path& path) {
-  constexpr int kSaves = 5;
+  constexpr int saves = 5;
   const auto begin = Clock::now();
-  for (int save = 0; save < kSaves; ++save)
-    replaceFile(path, kContents[0]);
-  const auto each = std::chrono::duration_cast<microseconds>(Clock::now() - begin) / kSaves;
+  for (int save = 0; save < saves; ++save)
+    replaceFile(path, contents[0]);
+  const auto each = std::chrono::duration_cast<microseconds>(Clock::now() - begin) / saves;
   return std::max(3 * each, microseconds(1));
 }
 
@@ -96,11 +96,11 @@ Names leftOversOf(pid_t process, const fs::path& path, Findings& findings) {
 
 void inspectContent(const fs::path& path, Findings& findings) {
   const std::string content = contentOf(path);
-  const auto which = std::find(kContents.begin(), kContents.end(), content);
-  if (which == kContents.end()) {
+  const auto which = std::find(contents.begin(), contents.end(), content);
+  if (which == contents.end()) {
     ++findings.otherContent;
   } else {
-    ++findings.contentSeen[static_cast<std::size_t>(which - kContents.begin())];
+    ++findings.contentSeen[static_cast<std::size_t>(which - contents.begin())];
   }
 }
 
@@ -148,7 +148,7 @@ void killManySaves(const fs::path& path, std::size_t rounds) {
     inspectContent(path, findings);
     // The other left-overs are for the child of the next round.
     if (leftOvers.empty() || round % 4 != 0) continue;
-    expectSaveToTidyUp(path, kContents[round / 4 % 2]);
+    expectSaveToTidyUp(path, contents[round / 4 % 2]);
     ++findings.saves;
   }
   expectWholeContents(findings);

@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 using Names = std::vector<std::string>;
 
 /// No system numbers its processes that high.
-constexpr pid_t kNobody = std::numeric_limits<pid_t>::max();
+constexpr pid_t nobody = std::numeric_limits<pid_t>::max();
 
 /// The number of a process that has just ended.
 pid_t endedProcess() {
@@ -31,8 +31,8 @@ pid_t endedProcess() {
 TEST(LeftOver, isGoneAfterTheNextSave) {
   const TemporaryFolder folder;
   put(folder / TemporaryName{endedProcess(), 0}.text("file"), "half");
-  put(folder / TemporaryName{kNobody, 7}.text("file"), "");
-  put(folder / TemporaryName{kNobody, 18446744073709551615u}.text("file"), "half");
+  put(folder / TemporaryName{nobody, 7}.text("file"), "");
+  put(folder / TemporaryName{nobody, 18446744073709551615u}.text("file"), "half");
   replaceFile(folder / "file", "content");
   EXPECT_EQ(namesIn(folder.path()), Names{"file"});
   EXPECT_EQ(contentOf(folder / "file"), "content");
@@ -42,7 +42,7 @@ TEST(LeftOver, isGoneAfterASaveThroughALink) {
   const TemporaryFolder folder;
   const TemporaryFolder elsewhere;
   fs::create_symlink(elsewhere / "file", folder / "link");
-  put(elsewhere / TemporaryName{kNobody, 1}.text("file"), "half");
+  put(elsewhere / TemporaryName{nobody, 1}.text("file"), "half");
   replaceFile(folder / "link", "content");
   EXPECT_EQ(namesIn(elsewhere.path()), Names{"file"});
 }
@@ -50,7 +50,7 @@ TEST(LeftOver, isGoneAfterASaveThroughALink) {
 TEST(LeftOver, makesRoomEvenWhenTheSaveFails) {
   const TemporaryFolder folder;
   fs::create_directory(folder / "file");
-  put(folder / TemporaryName{kNobody, 1}.text("file"), "half");
+  put(folder / TemporaryName{nobody, 1}.text("file"), "half");
   EXPECT_THROW(replaceFile(folder / "file", "content"), FileError);
   EXPECT_EQ(namesIn(folder.path()), Names{"file"});
 }
@@ -94,7 +94,7 @@ TEST(LeftOver, isNoneOfARunningProcessOfAnotherUser) {
 }
 
 TEST(LeftOver, isNothingButAnExactMatch) {
-  const std::string dead = std::to_string(kNobody);
+  const std::string dead = std::to_string(nobody);
   const Names others = {
       ".other." + dead + "-1.tmp",    // another file's
       "file." + dead + "-1.tmp",      // not hidden
@@ -147,8 +147,8 @@ TEST(LeftOver, isNothingButAnExactMatch) {
 
 TEST(LeftOver, isMatchedByTheLiteralNameOfTheFile) {
   const TemporaryFolder folder;
-  const std::string own = TemporaryName{kNobody, 1}.text("[a].*");
-  const std::string other = TemporaryName{kNobody, 1}.text("a.json");
+  const std::string own = TemporaryName{nobody, 1}.text("[a].*");
+  const std::string other = TemporaryName{nobody, 1}.text("a.json");
   put(folder / own, "");
   put(folder / other, "");
   replaceFile(folder / "[a].*", "content");
@@ -158,8 +158,8 @@ TEST(LeftOver, isMatchedByTheLiteralNameOfTheFile) {
 TEST(LeftOver, isNoFolderAndNoLink) {
   const TemporaryFolder folder;
   put(folder / "precious", "precious");
-  const std::string subfolder = TemporaryName{kNobody, 1}.text("file");
-  const std::string link = TemporaryName{kNobody, 2}.text("file");
+  const std::string subfolder = TemporaryName{nobody, 1}.text("file");
+  const std::string link = TemporaryName{nobody, 2}.text("file");
   fs::create_directory(folder / subfolder);
   fs::create_symlink("precious", folder / link);
   replaceFile(folder / "file", "content");
@@ -169,7 +169,7 @@ TEST(LeftOver, isNoFolderAndNoLink) {
 
 TEST(LeftOver, isLookedForOnlyInTheFolderOfTheFile) {
   const TemporaryFolder folder;
-  const std::string name = TemporaryName{kNobody, 1}.text("file");
+  const std::string name = TemporaryName{nobody, 1}.text("file");
   fs::create_directories(folder / "a" / "b");
   put(folder / name, "");
   put(folder / "a" / "b" / name, "");

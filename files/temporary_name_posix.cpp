@@ -9,7 +9,7 @@ namespace trellivar {
 
 namespace {
 
-constexpr std::string_view kSuffix = ".tmp";
+constexpr std::string_view suffix = ".tmp";
 
 std::string prefix(std::string_view fileName) { return "." + std::string(fileName) + "."; }
 
@@ -31,13 +31,13 @@ TemporaryName TemporaryName::next() {
 std::optional<TemporaryName> TemporaryName::parse(std::string_view text,
                                                   std::string_view fileName) {
   const std::string start = prefix(fileName);
-  if (text.size() < start.size() + kSuffix.size()) return std::nullopt;
+  if (text.size() < start.size() + suffix.size()) return std::nullopt;
 
-  const auto numbers = text.substr(start.size(), text.size() - start.size() - kSuffix.size());
+  const auto numbers = text.substr(start.size(), text.size() - start.size() - suffix.size());
   const auto dash = numbers.find('-');
   if (dash == std::string_view::npos) return std::nullopt;
 
-  const auto process = number<pid_t>(numbers.substr(0, dash));
+  const auto process = number<int>(numbers.substr(0, dash));
   const auto counter = number<std::uint64_t>(numbers.substr(dash + 1));
   if (!process || !counter || *process <= 0) return std::nullopt;
 
@@ -48,7 +48,7 @@ std::optional<TemporaryName> TemporaryName::parse(std::string_view text,
 
 std::string TemporaryName::text(std::string_view fileName) const {
   return prefix(fileName) + std::to_string(process) + "-" + std::to_string(counter) +
-         std::string(kSuffix);
+         std::string(suffix);
 }
 
 } // namespace trellivar

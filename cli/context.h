@@ -1,0 +1,28 @@
+#pragma once
+
+#include <iosfwd>
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+namespace trellivar::cli {
+
+/// What a command works with. Output is collected and printed only when the command has succeeded,
+/// so that bad input leaves nothing behind.
+struct Context {
+  std::istream& in;
+  std::string out;
+  std::optional<std::string> dataDir; ///< as given with --data-dir; none: the application's own
+};
+
+/// The command line or an input is wrong: exit code 2.
+struct BadInput : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+/// What was asked for cannot be done: exit code 1.
+struct Failure : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+} // namespace trellivar::cli

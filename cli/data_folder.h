@@ -1,0 +1,26 @@
+#pragma once
+
+#include "cli/context.h"
+#include "core/profile.h"
+#include "core/profile_store.h"
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace trellivar::cli {
+
+/// The folder that --data-dir names, else "Library/Application Support/Trellivar" in the user's
+/// home folder. Throws BadInput for an empty name; Failure without a home, and where a file is in
+/// the way.
+std::filesystem::path dataFolder(const Context& context);
+
+/// The profiles of the data folder, after the sequence that every start runs on them. A file that
+/// cannot be read is left alone: throws BadInput that says where it is wrong.
+std::vector<Profile> loadProfiles(const ProfileStore& store);
+
+/// A list of profiles from a file of the user's. Throws BadInput, Failure.
+std::vector<Profile> readProfiles(Context& context, const std::string& file);
+
+} // namespace trellivar::cli
