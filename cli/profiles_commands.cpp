@@ -74,16 +74,28 @@ std::string countOf(std::size_t bindings) {
   return std::to_string(bindings) + (bindings == 1 ? " binding" : " bindings");
 }
 
+/// Text of the user's on a terminal: control characters, which could do anything there, become
+/// U+FFFD.
+std::string harmless(std::string_view text) {
+  std::string result;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    const bool isControl = byte < 0x20 || byte == 0x7F;
+    result += isControl ? "\uFFFD" : std::string(1, c);
+  }
+  return result;
+}
+
 std::string describeProfile(const Profile& profile) {
   std::ostringstream text;
-  text << profile.name << '\n';
+  text << harmless(profile.name) << '\n';
   auto mappings = profile.mappings;
   std::ranges::stable_sort(mappings, {}, &KeyMapping::fromKeyId);
   for (const KeyMapping& mapping : mappings) {
     text << "  " << mapping.fromKeyId << "  ";
-    const std::string shortcut = shortcutText(mapping.output);
+    const std::string shortcut = harmless(shortcutText(mapping.output));
     if (mapping.label)
-      text << std::left << std::setw(24) << shortcut << "  " << *mapping.label << '\n';
+      text << std::left << std::setw(24) << shortcut << "  " << harmless(*mapping.label) << '\n';
     else
       text << shortcut << '\n';
   }
@@ -93,7 +105,7 @@ std::string describeProfile(const Profile& profile) {
 
 void runList(Context& context, const ProfileOptions&) {
   for (const Profile& profile : loadProfiles(ProfileStore(dataFolder(context))))
-    context.out += profile.name + "  " + countOf(profile.mappings.size()) + '\n';
+    context.out += harmless(profile.name) + "  " + countOf(profile.mappings.size()) + '\n';
 }
 
 void runShow(Context& context, const ProfileOptions& options) {
@@ -168,6 +180,8 @@ void runImport(Context& context, const ProfileOptions& options) {
   const auto old = readFile(store.profilesFile());
   if (old) replaceFile(store.directory() / "profiles.json.bak", *old);
   store.save(imported);
+  migrateAtStart(store,
+                 imported); // a list from before there were modes shows at once what it became
 }
 
 using Run = void (*)(Context&, const ProfileOptions&);

@@ -14,7 +14,8 @@ namespace trellivar::cli {
 /// Throws BadInput.
 Output parseShortcut(std::string_view text);
 
-/// The same form back, for people to read; "nothing" for an output without keys.
+/// The same form, for people to read (a sequence of one key looks like the key); "nothing" for an
+/// output without keys.
 std::string shortcutText(const Output& output);
 
 } // namespace trellivar::cli

@@ -13,6 +13,8 @@ namespace {
 
 struct WriteOptions {
   std::optional<std::string> profilesFile; ///< none: the stored ones
+  std::string port;
+  bool json = false;
   bool dryRun = false;
 };
 
@@ -43,6 +45,9 @@ void addWrite(CLI::App& app, Context& context) {
   CLI::App* command =
       app.add_subcommand("write", "Show what writing the bindings into the pad would send");
   command->add_option("--profiles", options->profilesFile, "Profiles other than the stored ones");
+  command->add_option("--port", options->port, "The pad's serial port; a dry run opens none");
+  command->add_flag("--json", options->json,
+                    "Report as JSON; a dry run prints frames all the same");
   // Sending needs the serial link, which does not exist yet.
   command->add_flag("--dry-run", options->dryRun, "Print every frame; no pad is needed")
       ->required();

@@ -88,8 +88,8 @@ struct MappingTable {
   ///
   /// - A portable set contributes normalisation only: the right side of each modifier that the
   ///   profile's combinations hold on the left is rewritten to the left side.
-  /// - A set for a known pad binds every transport of the pad's mode "P" with the registry's
-  /// layouts.
+  /// - A set for a known pad binds every transport of the pad's mode "P", with the layouts of the
+  ///   registry.
   /// - Any other set binds its own device identity with its own layout.
   ///
   /// Mappings to absent keys, and signatures that are empty or hold an unmappable key, are skipped.

@@ -2,6 +2,7 @@
 #include "cli/replay.h"
 #include "fuzz/check.h"
 
+#include <optional>
 #include <sstream>
 
 using namespace trellivar;
@@ -34,7 +35,10 @@ void play(const std::string& text) {
     for (const ReplayStep& step : steps)
       events += std::holds_alternative<TapEvent>(step.value);
     std::size_t answered = 0;
+    std::optional<Instant> last;
     cli::replay({}, steps, Seconds(0.5), cli::FlushBy::timer, [&](const cli::Replayed& replayed) {
+      FUZZ_CHECK(!last || replayed.t >= *last);
+      last = replayed.t;
       if (!replayed.event) return;
       ++answered;
       FUZZ_CHECK(!replayed.actions.empty());

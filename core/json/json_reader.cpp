@@ -2,7 +2,6 @@
 
 #include "core/json/json_path.h"
 
-#include <cmath>
 #include <utility>
 
 namespace trellivar {

@@ -183,5 +183,23 @@ TEST_F(ProfilesFile, filesAndFolderAreOfTheUserAlone) {
     EXPECT_EQ(modeOf(path("data") + name), 0600u) << name;
 }
 
+TEST_F(ProfilesFile, anImportedLegacyListShowsAtOnceWhatItBecame) {
+  const std::string legacy = "[" + profile("Default", mapping(1, tap("a"))) + "]";
+  expectDone({"import", file("legacy", legacy)});
+  EXPECT_EQ(stored()[0]["name"], "P");
+  EXPECT_EQ(stored()[2]["name"], "R");
+  EXPECT_EQ(mappings()[0]["output"].dump(), R"({"sequence":{"keys":[{"keyCode":"a"}]}})");
+  const std::string backup = contentOf(path("data") + "/profiles-legacy-backup.json");
+  EXPECT_EQ(nlohmann::json::parse(backup), nlohmann::json::parse(legacy));
+}
+
+TEST_F(ProfilesFile, listingsLetNoControlCharacterOfALabelReachTheTerminal) {
+  store("[" + profile("P", R"({"fromKeyId":1,"label":"\u001b[31m\nx","output":)" + tap("a") + "}") +
+        "," + profile("M", "") + "," + profile("R", "") + "]");
+  const std::string shown = profiles({"show", "P"}).out;
+  EXPECT_EQ(shown.find('\x1b'), std::string::npos);
+  EXPECT_NE(shown.find("\uFFFD[31m\uFFFDx\n"), std::string::npos);
+}
+
 } // namespace
 } // namespace trellivar::cli

@@ -106,5 +106,13 @@ TEST_F(WriteCommand, anEmptyNameOfAFileIsNotTheStoredProfiles) {
   EXPECT_EQ(on("data", {"write", "--dry-run", "--profiles", ""}).code, 1);
 }
 
+TEST_F(WriteCommand, aDryRunTakesAPortAndAnOutputFormThatItDoesNotNeed) {
+  const std::string list = file("list", "[" + profile("P", mapping(1, tap("a"))) + "]");
+  const Answer plain = run({"write", "--dry-run", "--profiles", list});
+  EXPECT_EQ(run({"write", "--dry-run", "--profiles", list, "--port", "/dev/none"}), plain);
+  EXPECT_EQ(run({"write", "--dry-run", "--profiles", list, "--json"}), plain);
+  EXPECT_FALSE(plain.out.empty());
+}
+
 } // namespace
 } // namespace trellivar::cli

@@ -1,4 +1,3 @@
-#include "engine/escaped.h"
 #include "engine/orlo3_protocol.h"
 #include "tests/engine/macro_words.h"
 
@@ -168,12 +167,6 @@ RC_GTEST_PROP(WriteKeyMacroProperty, leavesPlainWordsAsTheyAre, ()) {
       "{\"o\":\"set\",\"k\":" + std::to_string(key) + ",\"m\":\"keyboard\",\"e\":\"" + event +
       "\",\"v\":[{\"t\":\"up\",\"k\":\"" + name + "\",\"c\":7}],\"r\":1,\"s\":\"" + mode + "\"}";
   RC_ASSERT(writeKeyMacro(key, mode, event, {{up(name, 7)}}, 1) == expected);
-}
-
-TEST(Escaped, replacesIllFormedText) {
-  EXPECT_EQ(escaped("a\xFF z"), "a\xEF\xBF\xBD z");
-  EXPECT_EQ(escaped(""), "");
-  EXPECT_EQ(escaped("\"\\\t"), R"(\"\\\t)");
 }
 
 // Frames
