@@ -5,7 +5,7 @@ using namespace trellivar::bench;
 
 int main(int argc, char** argv) {
   for (const DecisionScenario& scenario : decisionScenarios()) {
-    const double events = static_cast<double>(scenario.events.size());
+    const auto events = static_cast<double>(scenario.events.size());
     addRow(scenario.name, Unit::nanoseconds, scenario.limit, events / scenario.limitEvents,
            [&scenario](benchmark::State& state) {
              const auto processor = scenario.makeProcessor();

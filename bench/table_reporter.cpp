@@ -72,7 +72,7 @@ void lookUp(benchmark::State& state) {
   std::unordered_map<std::uint64_t, int> map;
   for (std::uint64_t i = 0; i < 100; ++i)
     map[i * 7919] = static_cast<int>(i);
-  std::uint64_t key = 7919U * 50;
+  std::uint64_t key = std::uint64_t{7919} * 50;
   for (auto _ :
        state) { // NOLINT(clang-analyzer-deadcode.DeadStores): the loop variable of the library
     benchmark::DoNotOptimize(key);

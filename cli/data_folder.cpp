@@ -33,7 +33,7 @@ void requireFolder(const std::filesystem::path& folder) {
 std::filesystem::path dataFolder(const Context& context) {
   if (context.dataDir && context.dataDir->empty())
     throw BadInput("--data-dir: expected a folder, found \"\"");
-  const std::filesystem::path folder =
+  std::filesystem::path folder =
       context.dataDir ? std::filesystem::path(*context.dataDir) : defaultFolder();
   requireFolder(folder);
   return folder;

@@ -47,7 +47,7 @@ template <> KeyEvent decode<KeyEvent>(const JsonReader& reader) {
   const JsonReader phase = reader.member("phase");
   const std::string& phaseText = phase.text();
   if (phaseText != "down" && phaseText != "up")
-    phase.fail("expected \"down\" or \"up\", found " + quotedJson(phaseText));
+    phase.fail(R"(expected "down" or "up", found )" + quotedJson(phaseText));
   return {reader.member("key").as<Key>(),
           phaseText == "down" ? KeyEvent::Phase::down : KeyEvent::Phase::up,
           reader.member("timestamp").number(), reader.member("isModifier").boolean()};

@@ -58,8 +58,10 @@ void forEachRecord(Context& context, const std::string& file,
       const Json json = parseJson(record);
       visit(JsonReader(json));
     } catch (const DecodingError& error) {
-      const std::string member = error.isAtPath() ? error.where() + ": " : "";
-      throw BadInput(file + ":" + std::to_string(line) + ": " + member + error.reason());
+      std::string message = file;
+      message.append(":").append(std::to_string(line)).append(": ");
+      if (error.isAtPath()) message.append(error.where()).append(": ");
+      throw BadInput(message.append(error.reason()));
     }
   }
 }

@@ -63,9 +63,10 @@ public:
 
   /// What the engine's timer would have done up to `t`.
   void flushUpTo(Instant t) {
-    for (auto next = processor_.nextDeadline(); next && *next <= t;
-         next = processor_.nextDeadline())
+    while (const auto next = processor_.nextDeadline()) {
+      if (*next > t) break;
       flush(*next);
+    }
   }
 
   void flushAll() {
