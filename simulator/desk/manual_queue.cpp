@@ -1,0 +1,53 @@
+#include "simulator/desk/manual_queue.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace trellivar::desk {
+
+std::shared_ptr<ManualQueue::Block> ManualQueue::add(Instant due, Block block) {
+  auto shared = std::make_shared<Block>(std::move(block));
+  const std::lock_guard lock(mutex_);
+  entries_.push({due, count_++, shared});
+  return shared;
+}
+
+void ManualQueue::async(Block block) { add(now_, std::move(block)); }
+
+WorkItem ManualQueue::asyncAfter(Seconds delay, Block block) {
+  return WorkItem(add(now_ + std::max(delay, Seconds::zero()), std::move(block)));
+}
+
+std::optional<Instant> ManualQueue::nextDue() {
+  const std::lock_guard lock(mutex_);
+  while (!entries_.empty() && !*entries_.top().block)
+    entries_.pop();
+  if (entries_.empty()) return std::nullopt;
+  return entries_.top().due;
+}
+
+std::size_t ManualQueue::pendingCount() const {
+  const std::lock_guard lock(mutex_);
+  return static_cast<std::size_t>(std::ranges::count_if(
+      entries_.all(), [](const Entry& entry) { return *entry.block != nullptr; }));
+}
+
+void ManualQueue::run() { runUntil(now_); }
+
+void ManualQueue::advance(Seconds duration) { runUntil(now_ + duration); }
+
+void ManualQueue::runUntil(Instant end) {
+  for (auto due = nextDue(); due && *due <= end; due = nextDue()) {
+    now_ = std::max(now_, *due);
+    Block block;
+    {
+      const std::lock_guard lock(mutex_);
+      block = std::exchange(*entries_.top().block, nullptr);
+      entries_.pop();
+    }
+    block();
+  }
+  now_ = std::max(now_, end);
+}
+
+} // namespace trellivar::desk
