@@ -1,0 +1,34 @@
+#pragma once
+
+#include "engine/connected_device.h"
+
+#include <utility>
+#include <vector>
+
+namespace trellivar {
+
+/// Lists what is attached. Main thread.
+class DeviceEnumerating {
+public:
+  virtual ~DeviceEnumerating() = default;
+
+  /// Keyboards and known pads, each vendor and product pair once.
+  virtual std::vector<ConnectedDevice> connectedKeyboards() = 0;
+
+protected:
+  DeviceEnumerating() = default;
+  DeviceEnumerating(const DeviceEnumerating&) = default;
+  DeviceEnumerating& operator=(const DeviceEnumerating&) = default;
+};
+
+class StubDeviceEnumerator final : public DeviceEnumerating {
+public:
+  explicit StubDeviceEnumerator(std::vector<ConnectedDevice> devices = {})
+      : devices(std::move(devices)) {}
+
+  std::vector<ConnectedDevice> connectedKeyboards() override { return devices; }
+
+  std::vector<ConnectedDevice> devices;
+};
+
+} // namespace trellivar
