@@ -2,7 +2,6 @@
 
 #include "engine/connected_device.h"
 
-#include <utility>
 #include <vector>
 
 namespace trellivar {
@@ -23,9 +22,6 @@ protected:
 
 class StubDeviceEnumerator final : public DeviceEnumerating {
 public:
-  explicit StubDeviceEnumerator(std::vector<ConnectedDevice> devices = {})
-      : devices(std::move(devices)) {}
-
   std::vector<ConnectedDevice> connectedKeyboards() override { return devices; }
 
   std::vector<ConnectedDevice> devices;

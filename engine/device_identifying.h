@@ -5,7 +5,6 @@
 #include <functional>
 #include <optional>
 #include <string>
-#include <utility>
 
 namespace trellivar {
 
@@ -39,9 +38,6 @@ protected:
 /// Answers within the call.
 class StubDeviceIdentifier final : public DeviceIdentifying {
 public:
-  explicit StubDeviceIdentifier(std::optional<IdentifiedDevice> result = {})
-      : result(std::move(result)) {}
-
   void identifyNextKeyDevice(Seconds /*timeout*/, Completion completion) override {
     completion(result);
   }

@@ -4,7 +4,6 @@
 #include "engine/device_key_event.h"
 
 #include <functional>
-#include <utility>
 #include <vector>
 
 namespace trellivar {
@@ -30,8 +29,6 @@ protected:
 /// Captures a fixed list, within the call.
 class StubKeyCapturer final : public KeyCapturing {
 public:
-  explicit StubKeyCapturer(std::vector<DeviceKeyEvent> events = {}) : events(std::move(events)) {}
-
   void capture(Seconds /*maxDuration*/, Completion completion) override { completion(events); }
 
   std::vector<DeviceKeyEvent> events;

@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <unordered_set>
-#include <utility>
 
 namespace trellivar {
 
@@ -24,8 +23,6 @@ protected:
 /// Answers the same ids for every device.
 class StubSenderResolver final : public SenderResolving {
 public:
-  explicit StubSenderResolver(std::unordered_set<std::int64_t> ids = {}) : ids(std::move(ids)) {}
-
   std::unordered_set<std::int64_t> senderIds(int /*vendorId*/, int /*productId*/) override {
     return ids;
   }

@@ -50,6 +50,7 @@ std::optional<KeyName> buttonName(CGEventRef event) {
 } // namespace
 
 std::optional<TapEvent> translate(CGEventType type, CGEventRef event, std::int64_t sender) {
+  if (type == systemDefinedType) return auxEvent(event, sender); // no enumerator has its number
   switch (type) {
   case kCGEventKeyDown:
     return named(sender, Kind::keyDown, keyName(event));
@@ -57,8 +58,6 @@ std::optional<TapEvent> translate(CGEventType type, CGEventRef event, std::int64
     return named(sender, Kind::keyUp, keyName(event));
   case kCGEventFlagsChanged:
     return modifierEvent(event, sender);
-  case systemDefinedType:
-    return auxEvent(event, sender);
   case kCGEventOtherMouseDown:
     return named(sender, Kind::pointingDown, buttonName(event));
   case kCGEventOtherMouseUp:
