@@ -52,6 +52,7 @@ void addCommands(CLI::App& app, Context& context) {
   addKeys(app, context);
   addProfiles(app, context);
   addWrite(app, context);
+  addSimulate(app, context);
 }
 
 /// Keeps a message on one line.
