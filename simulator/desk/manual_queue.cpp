@@ -36,16 +36,22 @@ void ManualQueue::run() { runUntil(now_); }
 
 void ManualQueue::advance(Seconds duration) { runUntil(now_ + duration); }
 
+bool ManualQueue::runNext(Instant end) {
+  const auto due = nextDue();
+  if (!due || *due > end) return false;
+  now_ = std::max(now_, *due);
+  Block block;
+  {
+    const std::lock_guard lock(mutex_);
+    block = std::exchange(*entries_.top().block, nullptr);
+    entries_.pop();
+  }
+  block();
+  return true;
+}
+
 void ManualQueue::runUntil(Instant end) {
-  for (auto due = nextDue(); due && *due <= end; due = nextDue()) {
-    now_ = std::max(now_, *due);
-    Block block;
-    {
-      const std::lock_guard lock(mutex_);
-      block = std::exchange(*entries_.top().block, nullptr);
-      entries_.pop();
-    }
-    block();
+  while (runNext(end)) {
   }
   now_ = std::max(now_, end);
 }

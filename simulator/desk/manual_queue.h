@@ -24,6 +24,8 @@ public:
   void run();
   /// Lets this much time pass; every block runs at its own time.
   void advance(Seconds duration);
+  /// Runs the next block that is due by `end`, at its time; answers whether there was one.
+  bool runNext(Instant end);
 
   /// When the next block that is still wanted is due.
   std::optional<Instant> nextDue();

@@ -39,6 +39,13 @@ const Entry* Registry::find(EntryId id) const {
   return found == entries_.end() ? nullptr : &found->second;
 }
 
+std::vector<EntryId> Registry::all() const {
+  std::vector<EntryId> result;
+  for (const auto& [id, entry] : entries_)
+    result.push_back(id);
+  return result;
+}
+
 std::vector<EntryId> Registry::ofClass(std::string_view className) const {
   std::vector<EntryId> result;
   for (const auto& [id, entry] : entries_) {

@@ -54,6 +54,8 @@ public:
 
   /// None for an entry that is gone. Valid until the registry changes.
   const Entry* find(EntryId id) const;
+  /// All entries, in the order in which they appeared.
+  std::vector<EntryId> all() const;
   /// In the order in which they appeared.
   std::vector<EntryId> ofClass(std::string_view className) const;
   /// All below the entry, without itself.
