@@ -144,6 +144,13 @@ std::optional<KeyName> TapProcessor::releasedAs(std::int64_t senderId, KeyName n
   return rules.normalized ? *rules.normalized : name;
 }
 
+bool TapProcessor::countsAsDown(std::int64_t senderId, KeyName name) const {
+  Sender* const* const found = active_.find(senderId);
+  if (!found) return false;
+  const SenderState& state = (*found)->state;
+  return state.consumed.contains(name) || state.heldNames.contains(name);
+}
+
 const TapActions& TapProcessor::flush(Instant now) {
   result_.clear();
   if (holding_.empty()) return result_;

@@ -31,6 +31,8 @@ private:
     CGEventFlags flags = given & all_;
     for (const KeyName name : context_.hidden)
       flags = modifier_flags::releasing(flags, name);
+    for (const KeyName name : context_.shown)
+      flags = modifier_flags::pressing(flags, name);
     return flags;
   }
 

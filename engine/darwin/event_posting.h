@@ -25,8 +25,10 @@ struct ModifierContext {
   /// Those that the session holds down; else none, so that a binding does what it says whatever
   /// else is held.
   bool ofSession = false;
-  /// Less these, which people hold down but applications must not know of.
-  InlineVector<KeyName, 8> hidden;
+  /// Less these, which people hold down but applications must not know of, ...
+  InlineVector<KeyName, 8> hidden = {};
+  /// ... and with these, as which applications know some of them.
+  InlineVector<KeyName, 8> shown = {};
 };
 
 /// Posts presses and releases in order. A name decides what it stands for: a key, a media key or a

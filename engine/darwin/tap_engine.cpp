@@ -143,7 +143,9 @@ CGEventRef TapEngine::handle(CGEventType type, CGEventRef event) {
 /// it, as happens while the system has disabled it. Without that release the press would be taken
 /// for a repetition and lost.
 void TapEngine::releaseMissed(const TapEvent& press, Instant now) {
-  if (!keys_.find(press.senderId, press.name)) return;
+  if (!keys_.find(press.senderId, press.name) &&
+      !processor_.countsAsDown(press.senderId, press.name))
+    return;
   TapEvent release = press;
   release.kind = releaseOf(press.kind);
   for (const TapAction& action : processor_.process(release, now)) {
@@ -207,6 +209,8 @@ void TapEngine::releaseDelivered(const PadKeys::Key& key) {
 /// will not reach the applications as the key that they know.
 void TapEngine::releaseWhatWouldStay() {
   for (const PadKeys::Key& key : PadKeys::Keys(keys_.all())) {
+    // What is held back may yet be given to the applications, even after its pad has gone.
+    if (!key.deliveredAs && processor_.nextDeadline()) continue;
     const bool isKnown = processor_.senders().contains(key.sender);
     const bool isGone = !isKnown && !isAttached(key);
     const bool stays = isGone || processor_.releasedAs(key.sender, key.name) != key.deliveredAs;
@@ -220,11 +224,13 @@ bool TapEngine::isAttached(const PadKeys::Key& key) {
   return resolver_->senderIds(key.device.vendorId, key.device.productId).contains(key.sender);
 }
 
-/// The modifiers that the session holds down, less the pad keys that applications must not know of.
+/// The modifiers that the session holds down, with the keys of pads as applications know them.
 darwin::ModifierContext TapEngine::heldModifiers() const {
-  darwin::ModifierContext context{.ofSession = true, .hidden = {}};
+  darwin::ModifierContext context{.ofSession = true};
   for (const PadKeys::Key& key : keys_.all()) {
-    if (!key.deliveredAs) context.hidden.push_back(key.name);
+    if (key.deliveredAs == key.name) continue;
+    context.hidden.push_back(key.name);
+    if (key.deliveredAs) context.shown.push_back(*key.deliveredAs);
   }
   return context;
 }

@@ -2,6 +2,7 @@
 
 #include "core/key_table.h"
 #include "core/known_devices.h"
+#include "simulator/desk/key_codes.h"
 
 #include <algorithm>
 #include <array>
@@ -120,6 +121,9 @@ std::vector<KeyName> Pad::factoryCodes(int key) const {
     for (const std::string_view name : unregisteredCodes(mode_, key))
       result.emplace_back(name);
   }
+  // A report lists the modifiers before the keys.
+  std::ranges::stable_partition(
+      result, [](KeyName code) { return keyCodes(code)->family == KeyCodes::Family::modifier; });
   return result;
 }
 

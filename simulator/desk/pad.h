@@ -64,7 +64,7 @@ public:
   void press(int key);
   void release(int key);
 
-  /// What the key sends in this mode over this link, from the factory.
+  /// What the key sends in this mode over this link, from the factory; modifiers first.
   std::vector<KeyName> factoryCodes(int key) const;
 
 private:

@@ -88,10 +88,11 @@ TEST_F(KeyCapturerTest, keyboardsConsumerControlsMiceAndDigitizersAreHeard) {
   const auto tablet = computer.desk.attach({.product = "Tablet",
                                             .identity = {5, 6},
                                             .interfaces = {{DeviceDescription::mouse, {0x0D, 2}}}});
+  computer.desk.queue().run();
   computer.desk.report(tablet, {0x0D, 66}, 1);
   computer.desk.report(tablet, {0x0D, 66}, 0);
   computer.pass(1);
-  EXPECT_EQ(text(), "volume_increment+ volume_increment- button3+ button3- fast_forward+ "
+  ASSERT_EQ(text(), "volume_increment+ volume_increment- button3+ button3- fast_forward+ "
                     "fast_forward- digitizer_66+ digitizer_66-");
   EXPECT_EQ(captured[0].event.key.kind, Key::Kind::consumerKeyCode);
   EXPECT_EQ(captured[2].event.key.kind, Key::Kind::pointingButton);
@@ -365,7 +366,8 @@ TEST_F(KeyCapturerTest, aPadKeyOfSeveralCodesGivesAChordSignature) {
   ASSERT_EQ(signature.codes.size(), 2U);
   EXPECT_EQ(signature.codes[0].keyCode.text(), "left_control");
   EXPECT_EQ(signature.codes[1].keyCode.text(), "c");
-  EXPECT_EQ(CaptureInterpreter::output(captured, vendor, product), keyOutput("z"))
+  EXPECT_EQ(CaptureInterpreter::output(captured, vendor, product),
+            (Output{Output::Sequence{{plainKey("z")}}}))
       << "and the pad is no part of a recorded shortcut";
 }
 

@@ -88,7 +88,7 @@ TEST_F(KnownPadTest, aPadPulledWhileAKeyIsOnItsWayLeavesNothingDown) {
     computer.pass(after);
     computer.pad.connect(Pad::Link::away);
     computer.pass(2);
-    std::map<KeyName, int> balance;
+    std::map<KeyName, int, KeyName::ByText> balance;
     for (const desk::Received& received : computer.desk.events().received()) {
       const auto named = desk::named(received.event);
       ASSERT_TRUE(named);
