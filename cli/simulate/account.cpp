@@ -33,8 +33,8 @@ std::string number(double value) {
 
 std::string keysText(const std::vector<int>& keys) {
   std::string text = keys.size() == 1 ? "key " : "keys ";
-  for (const int key : keys)
-    text += (&key == keys.data() ? "" : " and ") + std::to_string(key);
+  for (std::size_t i = 0; i < keys.size(); ++i)
+    text += (i == 0 ? "" : " and ") + std::to_string(keys[i]);
   return text;
 }
 
