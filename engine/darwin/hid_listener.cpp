@@ -2,6 +2,7 @@
 
 #include "engine/darwin/cf_values.h"
 #include "engine/darwin/registry.h"
+#include "engine/hid_usages.h"
 
 #include <algorithm>
 #include <utility>
@@ -10,8 +11,12 @@ namespace trellivar::darwin {
 
 namespace {
 
-void setMatching(IOHIDManagerRef manager,
-                 const std::vector<CFRef<CFMutableDictionaryRef>>& dictionaries) {
+CFRef<CFMutableDictionaryRef> devicesWith(std::uint32_t usagePage, std::uint32_t usage) {
+  return numbers(
+      {{CFSTR(kIOHIDDeviceUsagePageKey), usagePage}, {CFSTR(kIOHIDDeviceUsageKey), usage}});
+}
+
+void setMatching(IOHIDManagerRef manager, const Matching& dictionaries) {
   if (dictionaries.size() == 1) {
     IOHIDManagerSetDeviceMatching(manager, dictionaries.front().get());
     return;
@@ -27,6 +32,14 @@ void setMatching(IOHIDManagerRef manager,
 
 } // namespace
 
+Matching keyboardsMiceAndConsumerControls() {
+  Matching result;
+  result.push_back(devicesWith(hid::genericDesktopPage, hid::keyboardUsage));
+  result.push_back(devicesWith(hid::genericDesktopPage, hid::mouseUsage));
+  result.push_back(devicesWith(hid::consumerPage, hid::consumerControlUsage));
+  return result;
+}
+
 std::optional<std::int64_t> HIDInput::integer(CFStringRef key) const {
   return darwin::integer(IOHIDDeviceGetProperty(device, key));
 }
@@ -35,11 +48,11 @@ std::optional<std::string> HIDInput::text(CFStringRef key) const {
   return darwin::text(IOHIDDeviceGetProperty(device, key));
 }
 
-HIDListener::HIDListener(std::vector<CFRef<CFMutableDictionaryRef>> dictionaries, Callback callback)
+HIDListener::HIDListener(const Matching& matching, Callback callback)
     : callback_(std::move(callback)),
       manager_(CFRef<IOHIDManagerRef>::adopt(
           IOHIDManagerCreate(kCFAllocatorDefault, kIOHIDOptionsTypeNone))) {
-  setMatching(manager_.get(), dictionaries);
+  setMatching(manager_.get(), matching);
   IOHIDManagerRegisterInputValueCallback(manager_.get(), received, this);
   IOHIDManagerScheduleWithRunLoop(manager_.get(), CFRunLoopGetMain(), kCFRunLoopDefaultMode);
   openResult_ = IOHIDManagerOpen(manager_.get(), kIOHIDOptionsTypeNone);

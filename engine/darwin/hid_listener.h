@@ -25,6 +25,12 @@ struct HIDInput {
   std::optional<std::string> text(CFStringRef key) const;
 };
 
+/// What to match, as an HID manager takes it.
+using Matching = std::vector<CFRef<CFMutableDictionaryRef>>;
+
+/// Devices with a keyboard, a mouse or a consumer control among their collections.
+Matching keyboardsMiceAndConsumerControls();
+
 /// Listens to devices from its creation until it is destroyed, on the main run loop in its default
 /// mode. Must not be destroyed by its own callback. Main thread.
 ///
@@ -33,8 +39,8 @@ class HIDListener {
 public:
   using Callback = std::function<void(const HIDInput&)>;
 
-  /// Devices that match any of `dictionaries`.
-  HIDListener(std::vector<CFRef<CFMutableDictionaryRef>> dictionaries, Callback callback);
+  /// Hears devices that match any of the dictionaries.
+  HIDListener(const Matching& matching, Callback callback);
   HIDListener(const HIDListener&) = delete;
   HIDListener& operator=(const HIDListener&) = delete;
   ~HIDListener();

@@ -4,7 +4,6 @@
 #include "engine/hid_usages.h"
 
 #include <utility>
-#include <vector>
 
 namespace trellivar {
 
@@ -26,11 +25,9 @@ void IOKitDeviceIdentifier::identifyNextKeyDevice(Seconds timeout, Completion co
   listener_.reset();
   found_.reset();
   completion_ = std::move(completion);
-  std::vector<darwin::CFRef<CFMutableDictionaryRef>> dictionaries;
-  dictionaries.push_back(
-      darwin::numbers({{CFSTR(kIOHIDDeviceUsagePageKey), hid::genericDesktopPage}}));
-  listener_.emplace(std::move(dictionaries),
-                    [this](const darwin::HIDInput& input) { handle(input); });
+  darwin::Matching matching;
+  matching.push_back(darwin::numbers({{CFSTR(kIOHIDDeviceUsagePageKey), hid::genericDesktopPage}}));
+  listener_.emplace(matching, [this](const darwin::HIDInput& input) { handle(input); });
   finishWork_ = queue_.asyncAfter(timeout, [this] { finish(); });
 }
 

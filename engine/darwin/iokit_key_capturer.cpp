@@ -1,7 +1,6 @@
 #include "engine/darwin/iokit_key_capturer.h"
 
-#include "engine/darwin/cf_values.h"
-#include "engine/hid_usages.h"
+#include "engine/darwin/hid_key_event.h"
 #include "engine/log.h"
 
 #include <algorithm>
@@ -11,21 +10,6 @@
 namespace trellivar {
 
 namespace {
-
-using Dictionary = darwin::CFRef<CFMutableDictionaryRef>;
-
-Dictionary devicesWith(std::uint32_t usagePage, std::uint32_t usage) {
-  return darwin::numbers(
-      {{CFSTR(kIOHIDDeviceUsagePageKey), usagePage}, {CFSTR(kIOHIDDeviceUsageKey), usage}});
-}
-
-std::vector<Dictionary> keyboardsMiceAndConsumerControls() {
-  std::vector<Dictionary> result;
-  result.push_back(devicesWith(hid::genericDesktopPage, hid::keyboardUsage));
-  result.push_back(devicesWith(hid::genericDesktopPage, hid::mouseUsage));
-  result.push_back(devicesWith(hid::consumerPage, hid::consumerControlUsage));
-  return result;
-}
 
 void logOpening(int attempt, IOReturn result) {
   const std::string answer = "IOHIDManagerOpen=" + std::to_string(result) + " (0=ok)";
@@ -64,7 +48,7 @@ void IOKitKeyCapturer::capture(Seconds maxDuration, Completion completion) {
 /// Each attempt takes a listener of its own, since one that was refused stays refused.
 void IOKitKeyCapturer::open(int attempt) {
   listener_.reset();
-  listener_.emplace(keyboardsMiceAndConsumerControls(),
+  listener_.emplace(darwin::keyboardsMiceAndConsumerControls(),
                     [this](const darwin::HIDInput& input) { handle(input); });
   const IOReturn result = listener_->openResult();
   logOpening(attempt, result);
@@ -75,20 +59,15 @@ void IOKitKeyCapturer::open(int attempt) {
 }
 
 void IOKitKeyCapturer::handle(const darwin::HIDInput& input) {
-  const auto key = hid::key(input.usagePage, input.usage);
-  if (!completion_ || !key) return;
+  auto captured = darwin::keyEvent(input);
+  if (!completion_ || !captured) return;
   const Instant now = queue_.now();
   if (events_.empty()) start_ = now;
-  const bool isDown = input.value == 1;
+  captured->event.timestamp = (now - start_).count();
+  const bool isDown = captured->event.phase == KeyEvent::Phase::down;
   held_ = isDown ? held_ + 1 : std::max(held_ - 1, 0);
-
-  DeviceKeyEvent captured;
-  captured.event = {*key, isDown ? KeyEvent::Phase::down : KeyEvent::Phase::up,
-                    (now - start_).count(), hid::isModifier(input.usagePage, input.usage)};
-  captured.vendorId = static_cast<int>(input.integer(CFSTR(kIOHIDVendorIDKey)).value_or(0));
-  captured.productId = static_cast<int>(input.integer(CFSTR(kIOHIDProductIDKey)).value_or(0));
-  logEvent(captured, held_);
-  events_.push_back(std::move(captured));
+  logEvent(*captured, held_);
+  events_.push_back(*std::move(captured));
 
   if (held_ == 0)
     settleWork_ = queue_.asyncAfter(settleInterval, [this] { finish(); });
