@@ -69,8 +69,10 @@ std::string jsonReport(const std::string& firmware, const PortableCommands& comm
 
 template <class List, class Text> std::string joined(const List& items, const Text& textOf) {
   std::string text;
-  for (const auto& item : items)
-    text += (text.empty() ? "" : ", ") + textOf(item);
+  for (const auto& item : items) {
+    if (!text.empty()) text += ", ";
+    text += textOf(item);
+  }
   return text;
 }
 
