@@ -66,6 +66,9 @@ public:
   /// only. The result is valid until the next call of a non-const member.
   const TapActions& flush(Instant now);
 
+  /// Whether events of this sender are looked at: it is known, has bindings and is not paused.
+  bool handles(std::int64_t senderId) const noexcept { return active_.find(senderId) != nullptr; }
+
   /// The name under which applications would see the release of a key that is down, if it came now;
   /// none: it would be swallowed. Nothing changes.
   std::optional<KeyName> releasedAs(std::int64_t senderId, KeyName name) const;

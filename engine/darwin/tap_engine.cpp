@@ -133,7 +133,12 @@ CGEventRef TapEngine::handle(CGEventType type, CGEventRef event) {
   if (!described) return event;
 
   const Instant now = queue_.now();
-  if (isDown(described->kind) && !darwin::isRepeat(type, event)) releaseMissed(*described, now);
+  if (isDown(described->kind) && !darwin::isRepeat(type, event))
+    releaseMissed(*described, now);
+  else if (!isKnownToBeDown(*described))
+    return event; // began where the tap could not see it, and ends as it began
+  else if (isDown(described->kind) && isTakenBack(*described))
+    return nullptr;
   CGEventRef result = carryOut(processor_.process(*described, now), event, *described);
   armDeadlineTimer();
   return result;
@@ -143,9 +148,7 @@ CGEventRef TapEngine::handle(CGEventType type, CGEventRef event) {
 /// it, as happens while the system has disabled it. Without that release the press would be taken
 /// for a repetition and lost.
 void TapEngine::releaseMissed(const TapEvent& press, Instant now) {
-  if (!keys_.find(press.senderId, press.name) &&
-      !processor_.countsAsDown(press.senderId, press.name))
-    return;
+  if (!isKnownToBeDown(press)) return;
   TapEvent release = press;
   release.kind = releaseOf(press.kind);
   for (const TapAction& action : processor_.process(release, now)) {
@@ -155,6 +158,19 @@ void TapEngine::releaseMissed(const TapEvent& press, Instant now) {
     releaseDelivered(*key);
     keys_.release(press.senderId, press.name);
   }
+}
+
+bool TapEngine::isKnownToBeDown(const TapEvent& event) {
+  return keys_.find(event.senderId, event.name) ||
+         processor_.countsAsDown(event.senderId, event.name);
+}
+
+/// A change has released the key for the applications, or made the processor forget that it acted,
+/// while it is held. Until it is pressed anew it does nothing.
+bool TapEngine::isTakenBack(const TapEvent& event) {
+  const PadKeys::Key* key = keys_.find(event.senderId, event.name);
+  return key && !key->deliveredAs && processor_.handles(event.senderId) &&
+         !processor_.countsAsDown(event.senderId, event.name);
 }
 
 CGEventRef TapEngine::carryOut(const TapActions& actions, CGEventRef event,
@@ -214,9 +230,11 @@ void TapEngine::releaseWhatWouldStay() {
     const bool isKnown = processor_.senders().contains(key.sender);
     const bool isGone = !isKnown && !isAttached(key);
     const bool stays = isGone || processor_.releasedAs(key.sender, key.name) != key.deliveredAs;
-    if (isKnown && (!stays || !key.deliveredAs)) continue;
     if (stays) releaseDelivered(key);
-    keys_.release(key.sender, key.name);
+    if (!isKnown)
+      keys_.release(key.sender, key.name);
+    else if (stays)
+      keys_.find(key.sender, key.name)->deliveredAs.reset();
   }
 }
 

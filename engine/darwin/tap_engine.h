@@ -61,6 +61,8 @@ private:
   void resolveSenders();
   void releaseWhatWouldStay();
   void releaseMissed(const TapEvent& press, Instant now);
+  bool isKnownToBeDown(const TapEvent& event);
+  bool isTakenBack(const TapEvent& event);
   CGEventRef carryOut(const TapActions& actions, CGEventRef event, const TapEvent& described);
   void replay(const TapEvents& events);
   void releaseDelivered(const PadKeys::Key& key);

@@ -105,6 +105,17 @@ TEST_F(TapLifecycleTest, aKeyReleasedWhileTheTapWasDisabledWorksAgainAtOnce) {
   EXPECT_EQ(tapped(), remapped);
 }
 
+TEST_F(TapLifecycleTest, aKeyPressedWhileTheTapWasDisabledIsReleasedAsItWasPressed) {
+  start();
+  computer.desk.press(pad, KeyName("a"));
+  computer.desk.events().disableTaps(InputEvent::tapDisabledByTimeout);
+  computer.desk.queue().run();
+  EXPECT_EQ(computer.heard(), "a+");
+  computer.up(pad, "a");
+  EXPECT_EQ(computer.heard(), "a-");
+  EXPECT_EQ(tapped(), remapped);
+}
+
 TEST_F(TapLifecycleTest, aKeyHeldBackThatWasReleasedUnseenIsGivenBackBeforeItIsPressedAgain) {
   start();
   computer.engine->apply(customSet({{{"left_control", "f"}, keyOutput("v")}}));

@@ -1,0 +1,190 @@
+#include "tests/engine/darwin/computer.h"
+
+#include <array>
+#include <map>
+#include <random>
+#include <set>
+
+namespace trellivar {
+
+namespace {
+
+/// A person with a keyboard and pads, who presses, holds and lets go at random, while pads come and
+/// go, are paused, and the system disables the tap.
+class RandomPerson {
+public:
+  explicit RandomPerson(unsigned seed) : random_(seed) {
+    computer_.desk.events().setRecording(false);
+    computer_.desk.events().setReceiver([this](const desk::Received& r) { receive(r.event); });
+    computer_.startEngine();
+    applyTable();
+    for (std::size_t i = 0; i < pads_.size(); ++i)
+      pads_[i] = computer_.attach(identityOf(i));
+    computer_.pass(1);
+  }
+
+  void act() {
+    switch (below(40)) {
+    case 0:
+      replug(below(2));
+      break;
+    case 1:
+      pause(below(2), below(2) == 0);
+      break;
+    case 2:
+      computer_.desk.events().disableTaps(InputEvent::tapDisabledByTimeout);
+      wasDisabled_ = true;
+      break;
+    case 3:
+      computer_.pass(below(700) / 1000.0);
+      break;
+    case 4:
+      computer_.desk.repeat(anyDevice(), anyKey());
+      break;
+    default:
+      pressOrRelease(anyDevice(), anyKey());
+    }
+    if (below(3) != 0) computer_.desk.queue().run();
+  }
+
+  void replaceTable() { applyTable(); }
+
+  /// Lets everything go and waits.
+  void rest() {
+    for (const auto device : {computer_.keyboard, pads_[0], pads_[1]}) {
+      for (const KeyName key : std::set(computer_.desk.pressed(device)))
+        computer_.desk.release(device, key);
+    }
+    computer_.pass(2);
+    wasDisabled_ = false;
+  }
+
+  int events() const { return events_; }
+  /// What applications believe to be down, in words.
+  std::string down() const {
+    std::string text;
+    for (const KeyName name : down_)
+      text += name.text() + " ";
+    return text;
+  }
+  std::size_t references() const { return computer_.platform.liveReferences().size(); }
+  std::size_t timers() const { return computer_.platform.scheduledTimers(); }
+
+private:
+  static constexpr std::array<std::string_view, 12> keys{"a",
+                                                         "b",
+                                                         "c",
+                                                         "f",
+                                                         "left_control",
+                                                         "left_option",
+                                                         "right_command",
+                                                         "left_shift",
+                                                         "mute",
+                                                         "volume_increment",
+                                                         "button3",
+                                                         "x"};
+
+  static DeviceIdentity identityOf(std::size_t pad) {
+    return {customIdentity.vendorId, customIdentity.productId + static_cast<int>(pad)};
+  }
+
+  int below(int n) { return std::uniform_int_distribution(0, n - 1)(random_); }
+  KeyName anyKey() { return KeyName(keys[static_cast<std::size_t>(below(keys.size()))]); }
+  desk::Desk::DeviceId anyDevice() {
+    const int which = below(5);
+    return which == 0 ? computer_.keyboard : pads_[static_cast<std::size_t>(which % 2)];
+  }
+
+  void pressOrRelease(desk::Desk::DeviceId device, KeyName key) {
+    ++events_;
+    if (computer_.desk.pressed(device).contains(key))
+      computer_.desk.release(device, key);
+    else
+      computer_.desk.press(device, key);
+  }
+
+  void replug(int pad) {
+    // Of what is pressed while the tap is disabled the engine cannot know.
+    if (wasDisabled_) return;
+    computer_.desk.queue().run();
+    auto& device = pads_[static_cast<std::size_t>(pad)];
+    computer_.desk.detach(device);
+    if (below(2) == 0) computer_.pass(below(600) / 1000.0);
+    device = computer_.attach(identityOf(static_cast<std::size_t>(pad)));
+    // A person does not press keys before the pad is noticed and pull it again at once.
+    computer_.pass(Computer::debounce.count() + 0.01);
+  }
+
+  void pause(int pad, bool paused) {
+    const DeviceIdentity identity = identityOf(static_cast<std::size_t>(pad));
+    computer_.engine->setDeviceIgnored(paused, identity.vendorId, identity.productId);
+  }
+
+  void applyTable() {
+    const std::array<std::vector<CustomKey>, 2> tables{{
+        {{{"a"}, chordOutput({Modifier::command, Modifier::shift}, "z")},
+         {{"left_control", "f"}, keyOutput("v")},
+         {{"left_control", "left_option", "c"}, keyOutput("f5")}},
+        {{{"b"}, keyOutput("a")}, {{"f", "c"}, keyOutput("w")}, {{"x"}, keyOutput("up_arrow")}},
+    }};
+    const auto first = static_cast<std::size_t>(below(2));
+    MappingSet portable = customSet({{{}, chordOutput({Modifier::command}, "c")}}, identityOf(1));
+    portable.portable = true;
+    const std::vector sets{customSet(tables[first], identityOf(0)),
+                           customSet(tables[1 - first], identityOf(1)), portable};
+    computer_.engine->applyAll(sets);
+  }
+
+  void receive(const InputEvent& event) {
+    const auto named = desk::named(event);
+    if (!named) return;
+    if (isDown(named->kind))
+      down_.insert(named->name);
+    else
+      down_.erase(named->name);
+  }
+
+  std::mt19937 random_;
+  Computer computer_;
+  std::array<desk::Desk::DeviceId, 2> pads_{};
+  std::set<KeyName, KeyName::ByText> down_;
+  int events_ = 0;
+  bool wasDisabled_ = false; ///< since the last rest
+};
+
+TEST(RandomEventsTest, aMillionEventsLeaveNoKeyDownAndNoReferenceBehind) {
+  constexpr int wanted = 1'000'000;
+  int events = 0;
+  for (unsigned seed = 1; events < wanted; ++seed) {
+    RandomPerson person(seed);
+    const std::size_t references = person.references();
+    while (person.events() < 50'000) {
+      for (int i = 0; i < 500; ++i)
+        person.act();
+      person.rest();
+      ASSERT_EQ(person.down(), "") << "seed " << seed << " after " << person.events() << " events";
+      ASSERT_EQ(person.references(), references);
+      ASSERT_EQ(person.timers(), 0U);
+    }
+    events += person.events();
+  }
+}
+
+TEST(RandomEventsTest, newBindingsInTheMiddleLeaveNothingDownEither) {
+  for (unsigned seed = 1; seed <= 20; ++seed) {
+    RandomPerson person(seed);
+    for (int round = 0; round < 100; ++round) {
+      for (int i = 0; i < 40; ++i)
+        person.act();
+      person.replaceTable();
+      for (int i = 0; i < 40; ++i)
+        person.act();
+      person.rest();
+      ASSERT_EQ(person.down(), "") << "seed " << seed << ", round " << round;
+    }
+  }
+}
+
+} // namespace
+
+} // namespace trellivar
