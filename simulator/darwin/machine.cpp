@@ -80,8 +80,9 @@ std::vector<std::string> Platform::liveReferences() const {
   for (const auto& port : machine_->notificationPorts) {
     if (!port->isDestroyed()) result.push_back(port->title() + ": not destroyed");
   }
-  for (const RunLoopSource* source : machine_->sources)
-    result.push_back(source->title() + ": still in the main run loop");
+  for (const RunLoopSource* source : machine_->sources) {
+    if (source->owned() == 0) result.push_back(source->title() + ": still in the main run loop");
+  }
   return result;
 }
 

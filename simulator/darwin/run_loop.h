@@ -34,6 +34,7 @@ public:
   /// Keeps `origin`, which may be NULL, until it is invalidated.
   explicit RunLoopSource(Object* origin) : Object(ownKind), origin_(origin) {}
   ~RunLoopSource() override;
+  std::string description() const override { return modes_.any() ? "in the main run loop" : ""; }
 
   const Modes& modes() const noexcept { return modes_; }
   bool isValid() const noexcept { return isValid_; }
