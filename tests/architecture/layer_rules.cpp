@@ -14,8 +14,8 @@ using Platform = Layer::Platform;
 constexpr std::array<std::string_view, 1> belowCore{"files"};
 constexpr std::array<std::string_view, 2> belowEngine{"core", "files"};
 constexpr std::array<std::string_view, 3> aboveEngine{"engine", "core", "files"};
-constexpr std::array<std::string_view, 4> belowSimulatedPlatform{"simulator", "engine", "core",
-                                                                 "files"};
+constexpr std::array<std::string_view, 5> belowSimulatedPlatform{"simulator", "engine",
+                                                                 "engine/darwin", "core", "files"};
 constexpr std::array<std::string_view, 8> belowPrograms{
     "viewmodels", "simulator", "simulator/darwin", "engine", "engine/darwin", "engine/linux",
     "core",       "files"};

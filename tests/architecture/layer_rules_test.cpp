@@ -37,7 +37,7 @@ constexpr std::array<std::string_view, 10> allowed{
     "xxx.x.....", // engine/linux
     "xxx..x....", // viewmodels
     "xxx...x...", // simulator
-    "xxx...xx..", // simulator/darwin
+    "xxxx..xx..", // simulator/darwin
     "xxxxxxxxx.", // cli
     "xxxxxxxx.x", // app
 };
