@@ -18,5 +18,7 @@ void addStrings(CLI::App& app, Context& context);
 void addKeys(CLI::App& app, Context& context);
 void addProfiles(CLI::App& app, Context& context);
 void addWrite(CLI::App& app, Context& context);
+void addSimulate(CLI::App& app, Context& context);
+void addQuery(CLI::App& app, Context& context);
 
 } // namespace trellivar::cli

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <iosfwd>
 #include <optional>
 #include <stdexcept>
@@ -7,12 +8,19 @@
 
 namespace trellivar::cli {
 
-/// What a command works with. Output is collected and printed only when the command has succeeded,
-/// so that bad input leaves nothing behind.
+/// What a command works with. Output is collected and printed only when the command has come to its
+/// end, so that bad input leaves nothing behind.
 struct Context {
   std::istream& in;
-  std::string out;
-  std::optional<std::string> dataDir; ///< as given with --data-dir; none: the application's own
+  std::ostream& live; ///< standard output, for what is told while it happens
+  std::ostream& err;  ///< for progress and notes only; errors are thrown
+  bool errIsTerminal = false;
+  std::function<std::optional<std::string>()> discoverPort = {}; ///< the pad's serial port
+  std::string out = {};
+  bool isDone =
+      true; ///< else what is printed is the answer of an operation that failed: exit code 1
+  std::optional<std::string> dataDir =
+      {}; ///< as given with --data-dir; none: the application's own
 };
 
 /// The command line or an input is wrong: exit code 2.

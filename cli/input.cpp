@@ -47,7 +47,7 @@ Json readDocument(Context& context, const std::string& file) {
 }
 
 void forEachRecord(Context& context, const std::string& file,
-                   const std::function<void(const JsonReader&)>& visit) {
+                   const std::function<void(const JsonReader&, std::size_t line)>& visit) {
   const std::string text = readInput(context, file);
   std::string_view rest = text;
   for (std::size_t line = 1; !rest.empty(); ++line) {
@@ -56,7 +56,7 @@ void forEachRecord(Context& context, const std::string& file,
     if (isBlank(record)) continue;
     try {
       const Json json = parseJson(record);
-      visit(JsonReader(json));
+      visit(JsonReader(json), line);
     } catch (const DecodingError& error) {
       std::string message = file;
       message.append(":").append(std::to_string(line)).append(": ");

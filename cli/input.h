@@ -33,15 +33,16 @@ template <class T> T readAs(Context& context, const std::string& file) {
   return decodingFile(file, [&] { return JsonReader(document).as<T>(); });
 }
 
-/// Calls `visit` for each record of a JSON Lines file, in order; blank lines are skipped. A
-/// DecodingError out of `visit` becomes BadInput with the record's line.
+/// Calls `visit` for each record of a JSON Lines file, in order, with the number of its line from
+/// 1; blank lines are skipped. A DecodingError out of `visit` becomes BadInput with the record's
+/// line.
 void forEachRecord(Context& context, const std::string& file,
-                   const std::function<void(const JsonReader&)>& visit);
+                   const std::function<void(const JsonReader&, std::size_t line)>& visit);
 
 template <class T> std::vector<T> readRecords(Context& context, const std::string& file) {
   std::vector<T> records;
   forEachRecord(context, file,
-                [&](const JsonReader& record) { records.push_back(record.as<T>()); });
+                [&](const JsonReader& record, std::size_t) { records.push_back(record.as<T>()); });
   return records;
 }
 

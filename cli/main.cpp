@@ -1,5 +1,7 @@
 #include "cli/run.h"
 
+#include <unistd.h>
+
 #include <csignal>
 #include <iostream>
 
@@ -8,5 +10,9 @@ int main(int argc, char** argv) {
   std::signal(SIGPIPE, SIG_IGN);
   // Synchronised with C's streams, an error of reading would look like the end of the input.
   std::ios::sync_with_stdio(false);
-  return trellivar::cli::run(argc, argv, std::cin, std::cout, std::cerr);
+  return trellivar::cli::run(argc, argv,
+                             {.in = std::cin,
+                              .out = std::cout,
+                              .err = std::cerr,
+                              .errIsTerminal = ::isatty(STDERR_FILENO) == 1});
 }

@@ -111,7 +111,7 @@ void replay(const std::vector<MappingSet>& sets, const std::vector<ReplayStep>& 
 
 std::vector<ReplayStep> readRecording(Context& context, const std::string& file) {
   std::vector<ReplayStep> steps;
-  forEachRecord(context, file, [&](const JsonReader& record) {
+  forEachRecord(context, file, [&](const JsonReader& record, std::size_t) {
     auto step = record.as<ReplayStep>();
     if (!steps.empty() && step.t < steps.back().t)
       record.member("t").fail("earlier than the record before it");

@@ -52,6 +52,8 @@ void addCommands(CLI::App& app, Context& context) {
   addKeys(app, context);
   addProfiles(app, context);
   addWrite(app, context);
+  addSimulate(app, context);
+  addQuery(app, context);
 }
 
 /// Keeps a message on one line.
@@ -61,16 +63,22 @@ int report(std::ostream& err, std::string message, int exitCode) {
   return exitCode;
 }
 
-int print(std::ostream& out, std::ostream& err, const std::string& text) {
-  if ((out << text).flush()) return done;
+int print(std::ostream& out, std::ostream& err, const std::string& text, int exitCode = done) {
+  if ((out << text).flush()) return exitCode;
   return report(err, "standard output cannot be written", failed);
 }
 
 } // namespace
 
-int run(int argc, const char* const* argv, std::istream& in, std::ostream& out, std::ostream& err) {
+int run(int argc, const char* const* argv, const Environment& environment) {
+  std::ostream& out = environment.out;
+  std::ostream& err = environment.err;
   try {
-    Context context{in, {}, {}};
+    Context context{.in = environment.in,
+                    .live = out,
+                    .err = err,
+                    .errIsTerminal = environment.errIsTerminal,
+                    .discoverPort = environment.discoverPort};
     CLI::App app("Trellivar on the command line", "trellivarctl");
     app.set_version_flag("--version", "trellivarctl " + std::string(TrellivarEngine::version));
     app.require_subcommand(1);
@@ -86,7 +94,7 @@ int run(int argc, const char* const* argv, std::istream& in, std::ostream& out, 
     } catch (const CLI::ParseError& error) {
       failWithUsage(app, error);
     }
-    return print(out, err, context.out);
+    return print(out, err, context.out, context.isDone ? done : failed);
   } catch (const BadInput& error) {
     return report(err, error.what(), badUsage);
   } catch (const std::exception& error) {

@@ -1,5 +1,9 @@
 #include "cli/commands.h"
 #include "cli/data_folder.h"
+#include "cli/diagnostics_json.h"
+#include "cli/interruption.h"
+#include "cli/pad_link.h"
+#include "cli/write_progress.h"
 #include "core/l10n.h"
 #include "engine/orlo3_protocol.h"
 #include "engine/portable_commands.h"
@@ -13,44 +17,99 @@ namespace {
 
 struct WriteOptions {
   std::optional<std::string> profilesFile; ///< none: the stored ones
-  std::string port;
+  std::optional<std::string> port;         ///< none: it is looked for
   bool json = false;
   bool dryRun = false;
 };
 
-std::string framesOf(const std::vector<std::string>& lines) {
+PortableCommands commandsToWrite(Context& context, const WriteOptions& options) {
+  const auto profiles = options.profilesFile ? readProfiles(context, *options.profilesFile)
+                                             : loadProfiles(ProfileStore(dataFolder(context)));
+  PortableCommands commands = portableCommands(portableModes(profiles));
+  if (commands.lines.empty())
+    throw Failure(std::string(L10n::text(L10n::Key::errNothingToWrite, AppLanguage::en)));
+  return commands;
+}
+
+std::string framesOf(const PortableCommands& commands) {
   std::string text;
-  int seq = 1;
-  for (const std::string& line : lines) {
-    for (const std::string& frame : Orlo3Protocol::frame(line, seq))
+  for (const auto& frames : Orlo3Protocol::numberedFrames(commands.lines)) {
+    for (const std::string& frame : frames)
       text += frame + '\n';
-    seq = Orlo3Protocol::nextSequence(seq);
+  }
+  return text;
+}
+
+/// Returns the version of the firmware.
+std::string sendToPad(Context& context, const WriteOptions& options,
+                      const PortableCommands& commands) {
+  try {
+    InterruptibleClock clock;
+    WriteProgress progress(context, commands.targets);
+    Orlo3SerialLink link = padLink(context, options.port, clock);
+    link.observeProgress([&](const auto& frame) { progress.show(frame); });
+    return link.writeMacros(commands.lines);
+  } catch (const Orlo3Error& error) {
+    throw failureOf(error);
+  } catch (const Interrupted&) {
+    throw Failure("interrupted; the pad may hold some of the commands, so write again");
+  }
+}
+
+std::string jsonReport(const std::string& firmware, const PortableCommands& commands) {
+  OrderedJson skipped = OrderedJson::object();
+  for (const std::string& mode : commands.modes) {
+    const auto keys = commands.skippedByMode.find(mode);
+    if (keys != commands.skippedByMode.end()) skipped[mode] = keys->second;
+  }
+  const OrderedJson report{
+      {"firmware", firmware}, {"modes", commands.modes}, {"skippedByMode", skipped}};
+  return report.dump() + '\n';
+}
+
+template <class List, class Text> std::string joined(const List& items, const Text& textOf) {
+  std::string text;
+  for (const auto& item : items)
+    text += (text.empty() ? "" : ", ") + textOf(item);
+  return text;
+}
+
+std::string report(const std::string& firmware, const PortableCommands& commands) {
+  const std::string modes = joined(commands.modes, [](const std::string& mode) { return mode; });
+  std::string text = L10n::t(L10n::Key::writtenFmt, modes, firmware) + '\n';
+  for (const std::string& mode : commands.modes) {
+    const auto skipped = commands.skippedByMode.find(mode);
+    if (skipped == commands.skippedByMode.end()) {
+      text += L10n::t(L10n::Key::modeOKFmt, mode) + '\n';
+      continue;
+    }
+    const std::string keys = joined(skipped->second, [](int key) { return std::to_string(key); });
+    text += L10n::t(L10n::Key::modeSkippedFmt, mode, keys) + '\n';
   }
   return text;
 }
 
 void runWrite(Context& context, const WriteOptions& options) {
-  const auto profiles = options.profilesFile ? readProfiles(context, *options.profilesFile)
-                                             : loadProfiles(ProfileStore(dataFolder(context)));
-  const auto commands = portableCommands(portableModes(profiles));
-  if (commands.lines.empty())
-    throw Failure(std::string(L10n::text(L10n::Key::errNothingToWrite, AppLanguage::en)));
-  context.out = framesOf(commands.lines);
+  const PortableCommands commands = commandsToWrite(context, options);
+  if (options.dryRun) {
+    context.out = framesOf(commands);
+    return;
+  }
+  const std::string firmware = sendToPad(context, options, commands);
+  context.out = options.json ? jsonReport(firmware, commands) : report(firmware, commands);
 }
 
 } // namespace
 
 void addWrite(CLI::App& app, Context& context) {
   auto options = std::make_shared<WriteOptions>();
-  CLI::App* command =
-      app.add_subcommand("write", "Show what writing the bindings into the pad would send");
+  CLI::App* command = app.add_subcommand("write", "Write the bindings of every mode into the pad");
   command->add_option("--profiles", options->profilesFile, "Profiles other than the stored ones");
-  command->add_option("--port", options->port, "The pad's serial port; a dry run opens none");
+  command->add_option("--port", options->port,
+                      "The pad's serial port; else it is looked for. A dry run opens none");
   command->add_flag("--json", options->json,
                     "Report as JSON; a dry run prints frames all the same");
-  // Sending needs the serial link, which does not exist yet.
-  command->add_flag("--dry-run", options->dryRun, "Print every frame; no pad is needed")
-      ->required();
+  command->add_flag("--dry-run", options->dryRun, "Print every frame; no pad is needed");
   command->callback([&context, options] { runWrite(context, *options); });
 }
 

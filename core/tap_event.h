@@ -35,6 +35,18 @@ constexpr bool isDown(TapEvent::Kind kind) noexcept {
          kind == TapEvent::Kind::pointingDown;
 }
 
+/// The release that belongs to a press.
+constexpr TapEvent::Kind releaseOf(TapEvent::Kind press) noexcept {
+  switch (press) {
+  case TapEvent::Kind::consumerDown:
+    return TapEvent::Kind::consumerUp;
+  case TapEvent::Kind::pointingDown:
+    return TapEvent::Kind::pointingUp;
+  default:
+    return TapEvent::Kind::keyUp;
+  }
+}
+
 /// The name of the case, "keyDown" and so on.
 std::string_view rawValue(TapEvent::Kind kind) noexcept;
 std::optional<TapEvent::Kind> tapEventKindFromRawValue(std::string_view text) noexcept;

@@ -133,6 +133,24 @@ const TapActions& TapProcessor::up(const TapEvent& event, Sender& sender) {
   return answer(passed);
 }
 
+std::optional<KeyName> TapProcessor::releasedAs(std::int64_t senderId, KeyName name) const {
+  Sender* const* const found = active_.find(senderId);
+  if (!found) return name;
+  const Sender& sender = **found;
+  if (sender.state.consumed.contains(name)) return std::nullopt;
+  if (sender.state.heldNames.contains(name)) return name;
+  const NameRules& rules = sender.rules->of(name);
+  if (rules.single) return std::nullopt;
+  return rules.normalized ? *rules.normalized : name;
+}
+
+bool TapProcessor::countsAsDown(std::int64_t senderId, KeyName name) const {
+  Sender* const* const found = active_.find(senderId);
+  if (!found) return false;
+  const SenderState& state = (*found)->state;
+  return state.consumed.contains(name) || state.heldNames.contains(name);
+}
+
 const TapActions& TapProcessor::flush(Instant now) {
   result_.clear();
   if (holding_.empty()) return result_;

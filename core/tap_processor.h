@@ -66,6 +66,14 @@ public:
   /// only. The result is valid until the next call of a non-const member.
   const TapActions& flush(Instant now);
 
+  /// The name under which applications would see the release of a key that is down, if it came now;
+  /// none: it would be swallowed. Nothing changes.
+  std::optional<KeyName> releasedAs(std::int64_t senderId, KeyName name) const;
+
+  /// The press of this key has been seen and its release has not: a further press would be taken for
+  /// a repetition.
+  bool countsAsDown(std::int64_t senderId, KeyName name) const;
+
   /// The earliest deadline of all senders; call `flush` then. None while nothing is held.
   std::optional<Instant> nextDeadline() const noexcept {
     if (holding_.empty()) return std::nullopt;

@@ -30,4 +30,14 @@ std::vector<std::string> frame(std::string_view line, int seq) {
   return frames;
 }
 
+std::vector<std::vector<std::string>> numberedFrames(std::span<const std::string> lines) {
+  std::vector<std::vector<std::string>> frames;
+  int seq = 1;
+  for (const std::string& line : lines) {
+    frames.push_back(frame(line, seq));
+    seq = nextSequence(seq);
+  }
+  return frames;
+}
+
 } // namespace trellivar::Orlo3Protocol

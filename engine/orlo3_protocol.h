@@ -35,4 +35,7 @@ std::vector<std::string> frame(std::string_view line, int seq);
 /// The sequence number of the command after the one with `seq`: 1 to 9, then 1 again.
 constexpr int nextSequence(int seq) noexcept { return seq % 9 + 1; }
 
+/// The frames of each line of one write. The first command carries the number 1.
+std::vector<std::vector<std::string>> numberedFrames(std::span<const std::string> lines);
+
 } // namespace trellivar::Orlo3Protocol

@@ -22,11 +22,14 @@ PortableCommands portableCommands(std::span<const ModeBindings> modes) {
   for (const auto& [mode, mappings] : modes) {
     commands.modes.push_back(mode);
     for (const KeyMapping& mapping : byKey(mappings)) {
-      if (const auto macro = KeycodeMap::macro(mapping.output))
-        commands.lines.push_back(
-            Orlo3Protocol::writeKeyMacro(mapping.fromKeyId, mode, "click", *macro, 1));
-      else
+      const auto macro = KeycodeMap::macro(mapping.output);
+      if (!macro) {
         commands.skippedByMode[mode].push_back(mapping.fromKeyId);
+        continue;
+      }
+      commands.lines.push_back(
+          Orlo3Protocol::writeKeyMacro(mapping.fromKeyId, mode, "click", *macro, 1));
+      commands.targets.push_back({mode, mapping.fromKeyId});
     }
   }
   return commands;

@@ -17,7 +17,15 @@ struct ModeBindings {
 
 /// What a portable write sends, and what it has to leave out.
 struct PortableCommands {
+  /// The place in the pad that a command fills.
+  struct Target {
+    std::string mode;
+    int key = 0;
+    friend bool operator==(const Target&, const Target&) = default;
+  };
+
   std::vector<std::string> lines; ///< one command a binding; empty: there is nothing to write
+  std::vector<Target> targets;    ///< of the lines, one by one
   std::vector<std::string> modes; ///< in the order given
   /// Key ids without a firmware equivalent, ascending; modes without any are absent.
   std::map<std::string, std::vector<int>> skippedByMode;

@@ -17,7 +17,8 @@ void checkMessage(const std::string& message) {
 
 void readEvents(const std::string& text) {
   std::istringstream in(text);
-  cli::Context context{in, {}, {}};
+  std::ostringstream out;
+  cli::Context context{.in = in, .live = out, .err = out};
   try {
     cli::readRecords<DeviceKeyEvent>(context, "-");
   } catch (const cli::BadInput& error) {
@@ -28,7 +29,8 @@ void readEvents(const std::string& text) {
 /// Every event of a recording is answered, and time never runs backwards.
 void play(const std::string& text) {
   std::istringstream in(text);
-  cli::Context context{in, {}, {}};
+  std::ostringstream out;
+  cli::Context context{.in = in, .live = out, .err = out};
   try {
     const auto steps = cli::readRecording(context, "-");
     std::size_t events = 0;

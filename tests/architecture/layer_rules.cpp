@@ -14,20 +14,24 @@ using Platform = Layer::Platform;
 constexpr std::array<std::string_view, 1> belowCore{"files"};
 constexpr std::array<std::string_view, 2> belowEngine{"core", "files"};
 constexpr std::array<std::string_view, 3> aboveEngine{"engine", "core", "files"};
+constexpr std::array<std::string_view, 4> belowSimulator{"simulator/firmware", "engine", "core",
+                                                         "files"};
 constexpr std::array<std::string_view, 5> belowSimulatedPlatform{"simulator", "engine",
                                                                  "engine/darwin", "core", "files"};
-constexpr std::array<std::string_view, 8> belowPrograms{
-    "viewmodels", "simulator", "simulator/darwin", "engine", "engine/darwin", "engine/linux",
-    "core",       "files"};
+constexpr std::array<std::string_view, 9> belowPrograms{
+    "viewmodels",         "simulator", "simulator/darwin",
+    "simulator/firmware", "engine",    "engine/darwin",
+    "engine/linux",       "core",      "files"};
 
-constexpr std::array<Layer, 10> allLayers{{
+constexpr std::array<Layer, 11> allLayers{{
     {"files", {}, Platform::inSourcesOnly},
     {"core", belowCore, Platform::nowhere},
     {"engine", belowEngine},
     {"engine/darwin", aboveEngine},
     {"engine/linux", aboveEngine},
     {"viewmodels", aboveEngine, Platform::nowhere},
-    {"simulator", aboveEngine},
+    {"simulator/firmware", aboveEngine},
+    {"simulator", belowSimulator},
     {"simulator/darwin", belowSimulatedPlatform},
     {"cli", belowPrograms},
     {"app", belowPrograms},

@@ -9,7 +9,9 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <map>
+#include <optional>
 #include <ostream>
 #include <sstream>
 #include <string>
@@ -79,7 +81,8 @@ protected:
     std::istringstream in(input);
     std::ostringstream out;
     std::ostringstream err;
-    const int code = cli::run(static_cast<int>(argv.size()), argv.data(), in, out, err);
+    const int code = cli::run(static_cast<int>(argv.size()), argv.data(),
+                              {in, out, err, errIsTerminal_, discoverPort_});
     return {code, out.str(), err.str()};
   }
 
@@ -101,6 +104,10 @@ protected:
   }
 
   std::map<std::string, std::string> tree() const { return treeOf(folder_.path()); }
+
+  bool errIsTerminal_ = false;
+  /// No test ever writes into a pad that lies on the table.
+  std::function<std::optional<std::string>()> discoverPort_ = [] { return std::nullopt; };
 
 private:
   TemporaryFolder folder_;

@@ -8,7 +8,7 @@ namespace {
 
 const std::vector<std::string> commands{
     "compile", "replay",  "classify", "signature", "recorded-output", "expand", "macro",
-    "frame",   "resolve", "strings",  "keys",      "profiles",        "write"};
+    "frame",   "resolve", "strings",  "keys",      "profiles",        "write",  "query"};
 const std::vector<std::string> profilesCommands{"list",  "show",   "bind",  "unbind",
                                                 "label", "export", "import"};
 
@@ -124,13 +124,16 @@ TEST_F(Usage, furtherArgumentsAreUsageErrorsAndNothingIsDone) {
                               {"profiles", "unbind", "P", "1", "2"},
                               {"profiles", "list", "show"},
                               {"profiles", "export", "-", "-"},
-                              {"frame", "--seq", "1", "--seq", "2"}})
+                              {"frame", "--seq", "1", "--seq", "2"},
+                              {"query"},
+                              {"query", "{}", "{}"},
+                              {"query", "{}", "--timeout"},
+                              {"query", "{}", "--timeout", "soon"},
+                              {"query", "{}", "--timeout", "-1"},
+                              {"query", "{}", "--timeout", "nan"},
+                              {"write", "P"},
+                              {"write", "--port"}})
     expectUsageError(arguments);
-}
-
-TEST_F(Usage, writeWithoutDryRunIsAUsageError) {
-  expectUsageError({"write"});
-  expectUsageError({"write", "--profiles", path("none")});
 }
 
 TEST_F(Usage, dataFolderMayBeNamedAnywhere) {

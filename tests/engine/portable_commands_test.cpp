@@ -84,6 +84,7 @@ TEST(PortableCommands, skipBindingsThatTheFirmwareCannotPlayAndWriteTheOthers) {
                    {"M", {mapping(1, tapOf("c"))}},
                    {"R", {mapping(7, mute)}}});
   EXPECT_EQ(commands.lines, (Lines{line(2, "P", 'B'), line(1, "M", 'C')}));
+  EXPECT_EQ(commands.targets, (std::vector<PortableCommands::Target>{{"P", 2}, {"M", 1}}));
   EXPECT_EQ(commands.skippedByMode, (Skipped{{"P", {1, 3}}, {"R", {7}}}));
   EXPECT_EQ(commands.modes, (Lines{"P", "M", "R"}));
 }

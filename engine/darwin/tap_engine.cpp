@@ -1,0 +1,274 @@
+#include "engine/darwin/tap_engine.h"
+
+#include "core/known_devices.h"
+#include "engine/darwin/event_translation.h"
+#include "engine/engine_error.h"
+#include "engine/log.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <unordered_set>
+#include <utility>
+
+namespace trellivar {
+
+namespace {
+
+constexpr CGEventMask tapMask =
+    CGEventMaskBit(kCGEventKeyDown) | CGEventMaskBit(kCGEventKeyUp) |
+    CGEventMaskBit(kCGEventFlagsChanged) | CGEventMaskBit(darwin::systemDefinedType) |
+    CGEventMaskBit(kCGEventOtherMouseDown) | CGEventMaskBit(kCGEventOtherMouseUp);
+static_assert(tapMask == 0x6005C00);
+
+CGEventRef tapped(CGEventTapProxy /*proxy*/, CGEventType type, CGEventRef event, void* engine) {
+  return static_cast<TapEngine*>(engine)->handle(type, event);
+}
+
+/// The compiler of the table takes it for granted that a layout of its own names each key once.
+void lint(const MappingSet& set) {
+  if (set.portable || KnownDevices::isKnown(set.device.vendorId, set.device.productId)) return;
+  std::unordered_set<int> seen;
+  for (const PhysicalKey& key : set.device.layout.keys) {
+    if (!seen.insert(key.id).second)
+      throw EngineError::lintFailed("The layout of " + set.device.name + " names key " +
+                                    std::to_string(key.id) + " twice.");
+  }
+}
+
+} // namespace
+
+TapEngine::TapEngine(MainQueue& queue, std::shared_ptr<SenderResolving> resolver,
+                     std::shared_ptr<HotplugWatching> hotplug, Check trustChecker,
+                     Check inputMonitoringChecker)
+    : queue_(queue),
+      resolver_(std::move(resolver)),
+      hotplug_(std::move(hotplug)),
+      trustChecker_(std::move(trustChecker)),
+      inputMonitoringChecker_(std::move(inputMonitoringChecker)) {
+  if (!hotplug_) return;
+  hotplugCallback_ = hotplug_->onDevicesChanged([this] { resolveSenders(); });
+  hotplug_->start();
+}
+
+TapEngine::~TapEngine() {
+  disarmDeadlineTimer();
+  removeTap();
+}
+
+void TapEngine::startTap() {
+  if (!trustChecker_()) return removeTap();
+  if (tapPort_ && CFMachPortIsValid(tapPort_.get()) == 0) removeTap();
+  if (!tapPort_) {
+    tapPort_ = darwin::CFRef<CFMachPortRef>::adopt(
+        CGEventTapCreate(kCGSessionEventTap, kCGHeadInsertEventTap, kCGEventTapOptionDefault,
+                         tapMask, tapped, this));
+    if (!tapPort_) return;
+    tapSource_ = darwin::CFRef<CFRunLoopSourceRef>::adopt(
+        CFMachPortCreateRunLoopSource(kCFAllocatorDefault, tapPort_.get(), 0));
+    CFRunLoopAddSource(CFRunLoopGetMain(), tapSource_.get(), kCFRunLoopCommonModes);
+    debugLog("tap installed");
+  }
+  if (!CGEventTapIsEnabled(tapPort_.get())) CGEventTapEnable(tapPort_.get(), true);
+}
+
+void TapEngine::removeTap() {
+  if (!tapPort_) return;
+  CGEventTapEnable(tapPort_.get(), false);
+  CFRunLoopRemoveSource(CFRunLoopGetMain(), tapSource_.get(), kCFRunLoopCommonModes);
+  CFMachPortInvalidate(tapPort_.get());
+  tapSource_.reset();
+  tapPort_.reset();
+  debugLog("tap removed");
+}
+
+void TapEngine::apply(const MappingSet& set) { applyAll({&set, 1}); }
+
+void TapEngine::applyAll(std::span<const MappingSet> sets) {
+  std::ranges::for_each(sets, lint);
+  MappingTable table = MappingTable::compile(sets);
+  appliedIdentities_.clear();
+  for (const auto& [identity, compiled] : table.identities)
+    appliedIdentities_.push_back(identity);
+  processor_.setTable(std::move(table));
+  resolveSenders();
+  armDeadlineTimer();
+}
+
+EngineStatus TapEngine::status(std::string_view /*trellivarDeviceName*/) {
+  return {trustChecker_(), inputMonitoringChecker_(), !processor_.senders().empty()};
+}
+
+void TapEngine::setDeviceIgnored(bool ignored, int vendorId, int productId) {
+  TapProcessor::PausedDevices paused = processor_.paused();
+  if (ignored)
+    paused.insert({vendorId, productId});
+  else
+    paused.erase({vendorId, productId});
+  processor_.setPaused(std::move(paused));
+  releaseWhatWouldStay();
+}
+
+bool TapEngine::isDeviceReleased(std::string_view /*named*/) { return true; }
+
+void TapEngine::resolveSenders() {
+  TapProcessor::Senders senders;
+  for (const DeviceIdentity identity : appliedIdentities_) {
+    for (const std::int64_t id : resolver_->senderIds(identity.vendorId, identity.productId))
+      senders.emplace(id, identity);
+  }
+  processor_.setSenders(std::move(senders));
+  releaseWhatWouldStay();
+}
+
+CGEventRef TapEngine::handle(CGEventType type, CGEventRef event) {
+  if (type == kCGEventTapDisabledByTimeout || type == kCGEventTapDisabledByUserInput) {
+    startTap();
+    return event;
+  }
+  if (darwin::isOwn(event)) return event;
+  const std::int64_t sender = darwin::senderOf(event);
+  if (!processor_.senders().contains(sender)) return event;
+  const auto described = darwin::translate(type, event, sender);
+  if (!described) return event;
+
+  const Instant now = queue_.now();
+  if (isDown(described->kind) && !darwin::isRepeat(type, event)) releaseMissed(*described, now);
+  CGEventRef result = carryOut(processor_.process(*described, now), event, *described);
+  armDeadlineTimer();
+  return result;
+}
+
+/// A key that is pressed afresh while it counts as down was released where the tap could not see
+/// it, as happens while the system has disabled it. Without that release the press would be taken
+/// for a repetition and lost.
+void TapEngine::releaseMissed(const TapEvent& press, Instant now) {
+  if (!keys_.find(press.senderId, press.name) &&
+      !processor_.countsAsDown(press.senderId, press.name))
+    return;
+  TapEvent release = press;
+  release.kind = releaseOf(press.kind);
+  for (const TapAction& action : processor_.process(release, now)) {
+    if (const auto* held = std::get_if<TapAction::Replay>(&action.value)) replay(held->events);
+  }
+  if (const PadKeys::Key* key = keys_.find(press.senderId, press.name)) {
+    releaseDelivered(*key);
+    keys_.release(press.senderId, press.name);
+  }
+}
+
+CGEventRef TapEngine::carryOut(const TapActions& actions, CGEventRef event,
+                               const TapEvent& described) {
+  CGEventRef result = event;
+  KeyName deliveredAs = described.name;
+  if (isDown(described.kind))
+    keys_.press(described.senderId, processor_.senders().at(described.senderId), described.name);
+  for (const TapAction& action : actions) {
+    if (std::holds_alternative<TapAction::Pass>(action.value)) {
+      result = event;
+    } else if (std::holds_alternative<TapAction::Suppress>(action.value)) {
+      result = nullptr;
+    } else if (const auto* rewrite = std::get_if<TapAction::Rewrite>(&action.value)) {
+      if (darwin::rewriteModifier(event, rewrite->name)) deliveredAs = rewrite->name;
+      result = event;
+    } else if (const auto* made = std::get_if<TapAction::Post>(&action.value)) {
+      darwin::post(*made->events, {});
+    } else if (const auto* held = std::get_if<TapAction::Replay>(&action.value)) {
+      replay(held->events);
+    }
+  }
+  PadKeys::Key* key = keys_.find(described.senderId, described.name);
+  if (!key) return result;
+  if (isDown(described.kind)) {
+    if (result) key->deliveredAs = deliveredAs;
+  } else {
+    if (!result) releaseDelivered(*key);
+    keys_.release(described.senderId, described.name);
+  }
+  return result;
+}
+
+/// Gives the applications what was held back, as it would have come.
+void TapEngine::replay(const TapEvents& events) {
+  for (const TapEvent& event : events) {
+    if (!isDown(event.kind))
+      keys_.release(event.senderId, event.name);
+    else if (PadKeys::Key* key = keys_.find(event.senderId, event.name))
+      key->deliveredAs = event.name;
+  }
+  darwin::post({events.begin(), events.size()}, heldModifiers());
+}
+
+void TapEngine::releaseDelivered(const PadKeys::Key& key) {
+  if (!key.deliveredAs) return;
+  const std::array release{TapEvent{0, TapEvent::Kind::keyUp, *key.deliveredAs}};
+  darwin::post(release, heldModifiers());
+}
+
+/// After a change: of the keys that are down, releases those whose own release will not come or
+/// will not reach the applications as the key that they know.
+void TapEngine::releaseWhatWouldStay() {
+  for (const PadKeys::Key& key : PadKeys::Keys(keys_.all())) {
+    // What is held back may yet be given to the applications, even after its pad has gone.
+    if (!key.deliveredAs && processor_.nextDeadline()) continue;
+    const bool isKnown = processor_.senders().contains(key.sender);
+    const bool isGone = !isKnown && !isAttached(key);
+    const bool stays = isGone || processor_.releasedAs(key.sender, key.name) != key.deliveredAs;
+    if (isKnown && (!stays || !key.deliveredAs)) continue;
+    if (stays) releaseDelivered(key);
+    keys_.release(key.sender, key.name);
+  }
+}
+
+bool TapEngine::isAttached(const PadKeys::Key& key) {
+  return resolver_->senderIds(key.device.vendorId, key.device.productId).contains(key.sender);
+}
+
+/// The modifiers that the session holds down, with the keys of pads as applications know them.
+darwin::ModifierContext TapEngine::heldModifiers() const {
+  darwin::ModifierContext context{.ofSession = true};
+  for (const PadKeys::Key& key : keys_.all()) {
+    if (key.deliveredAs == key.name) continue;
+    context.hidden.push_back(key.name);
+    if (key.deliveredAs) context.shown.push_back(*key.deliveredAs);
+  }
+  return context;
+}
+
+void TapEngine::disarmDeadlineTimer() {
+  if (deadlineTimer_) CFRunLoopTimerInvalidate(deadlineTimer_.get());
+  deadlineTimer_.reset();
+  armedFor_.reset();
+}
+
+void TapEngine::armDeadlineTimer() {
+  const auto deadline = processor_.nextDeadline();
+  if (deadline == armedFor_) return;
+  disarmDeadlineTimer();
+  if (!deadline) return;
+  CFRunLoopTimerContext context{};
+  context.info = this;
+  const Seconds delay = *deadline - queue_.now();
+  deadlineTimer_ = darwin::CFRef<CFRunLoopTimerRef>::adopt(CFRunLoopTimerCreate(
+      kCFAllocatorDefault, CFAbsoluteTimeGetCurrent() + delay.count(), 0, 0, 0,
+      [](CFRunLoopTimerRef, void* engine) { static_cast<TapEngine*>(engine)->flush(); }, &context));
+  CFRunLoopAddTimer(CFRunLoopGetMain(), deadlineTimer_.get(), kCFRunLoopCommonModes);
+  armedFor_ = deadline;
+}
+
+void TapEngine::flush() {
+  disarmDeadlineTimer();
+  bool isOfVanished = false;
+  for (const TapAction& action : processor_.flush(queue_.now())) {
+    const auto* held = std::get_if<TapAction::Replay>(&action.value);
+    if (!held) continue;
+    replay(held->events);
+    isOfVanished |= std::ranges::any_of(held->events, [&](const TapEvent& event) {
+      return !processor_.senders().contains(event.senderId);
+    });
+  }
+  if (isOfVanished) releaseWhatWouldStay();
+  armDeadlineTimer();
+}
+
+} // namespace trellivar

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "core/tap_processor.h"
+#include "engine/darwin/cf_ref.h"
+#include "engine/darwin/event_posting.h"
+#include "engine/hotplug_watching.h"
+#include "engine/main_queue.h"
+#include "engine/pad_keys.h"
+#include "engine/remap_engine.h"
+#include "engine/sender_resolving.h"
+
+#include <ApplicationServices/ApplicationServices.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace trellivar {
+
+/// Remaps live, with a tap in the session's stream of input events. Everything happens on the main
+/// thread.
+///
+/// Only events of services that belong to a device with bindings are looked at; everything else
+/// passes after one look-up. What the engine posts carries its marker and passes too.
+class TapEngine final : public RemapEngine {
+public:
+  using Check = std::function<bool()>;
+  static constexpr Seconds chordWindow{0.5};
+
+  /// `queue` must outlive the engine. `hotplug` may be null; else it is started. The checks answer
+  /// whether the user permits filtering events and reading HID input now.
+  TapEngine(MainQueue& queue, std::shared_ptr<SenderResolving> resolver,
+            std::shared_ptr<HotplugWatching> hotplug, Check trustChecker,
+            Check inputMonitoringChecker);
+  TapEngine(const TapEngine&) = delete;
+  TapEngine& operator=(const TapEngine&) = delete;
+  ~TapEngine() override;
+
+  /// Makes what is possible now of the tap: installs it if it is permitted and missing, enables it
+  /// if the system has disabled it, and removes it if it is no longer permitted, since a tap that
+  /// may not answer holds up all input. To be called again and again; nothing tells when a
+  /// permission changes.
+  void startTap();
+  /// Whether a tap is installed, which a permission alone does not say.
+  bool tapActive() const noexcept { return static_cast<bool>(tapPort_); }
+
+  void apply(const MappingSet& set) override;
+  void applyAll(std::span<const MappingSet> sets) override;
+  EngineStatus status(std::string_view trellivarDeviceName) override;
+  using RemapEngine::setDeviceIgnored;
+  void setDeviceIgnored(bool ignored, int vendorId, int productId) override;
+  /// Always: the engine never holds a device exclusively.
+  bool isDeviceReleased(std::string_view named) override;
+
+  /// What the tap does with one event: NULL swallows it, else it is returned, perhaps changed.
+  CGEventRef handle(CGEventType type, CGEventRef event);
+
+private:
+  void removeTap();
+  void resolveSenders();
+  void releaseWhatWouldStay();
+  void releaseMissed(const TapEvent& press, Instant now);
+  CGEventRef carryOut(const TapActions& actions, CGEventRef event, const TapEvent& described);
+  void replay(const TapEvents& events);
+  void releaseDelivered(const PadKeys::Key& key);
+  bool isAttached(const PadKeys::Key& key);
+  darwin::ModifierContext heldModifiers() const;
+
+  void armDeadlineTimer();
+  void disarmDeadlineTimer();
+  void flush();
+
+  MainQueue& queue_;
+  TapProcessor processor_{chordWindow};
+  std::shared_ptr<SenderResolving> resolver_;
+  std::shared_ptr<HotplugWatching> hotplug_;
+  std::shared_ptr<void> hotplugCallback_;
+  Check trustChecker_;
+  Check inputMonitoringChecker_;
+  std::vector<DeviceIdentity> appliedIdentities_;
+  darwin::CFRef<CFMachPortRef> tapPort_;
+  darwin::CFRef<CFRunLoopSourceRef> tapSource_;
+  darwin::CFRef<CFRunLoopTimerRef> deadlineTimer_;
+  std::optional<Instant> armedFor_; ///< when `deadlineTimer_` fires; none: there is no timer
+  PadKeys keys_;
+};
+
+} // namespace trellivar

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "core/instant.h"
+
+namespace trellivar {
+
+/// The time of the pad's serial link. The link waits only here, so a clock may also end what is
+/// going on: what `sleep` throws passes through the link, which closes its port on the way.
+class LinkClock {
+public:
+  virtual ~LinkClock() = default;
+
+  /// Monotonic; the origin is the clock's own.
+  virtual Instant now() = 0;
+  /// Blocks the calling thread. May return early when a signal arrives.
+  virtual void sleep(Seconds duration) = 0;
+
+protected:
+  LinkClock() = default;
+  LinkClock(const LinkClock&) = default;
+  LinkClock& operator=(const LinkClock&) = default;
+};
+
+/// The clock of the system.
+class SystemLinkClock : public LinkClock {
+public:
+  Instant now() override;
+  void sleep(Seconds duration) override;
+};
+
+} // namespace trellivar
