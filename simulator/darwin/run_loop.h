@@ -95,14 +95,18 @@ public:
   /// The run loop takes messages from the port now.
   bool isHeard() const;
 
-  desk::EventStream::TapId tap = 0; ///< 0: none, or one that sees nothing
-  bool isEnabled = true;            ///< of a tap that sees nothing
-  CGEventTapCallBack callback = nullptr;
-  void* context = nullptr;
+  struct Tap {
+    desk::EventStream::TapId id = 0; ///< 0: one that sees nothing
+    bool isEnabled = true;           ///< of one that sees nothing
+    CGEventTapCallBack callback = nullptr;
+    void* context = nullptr;
+  };
+  Tap& tap() noexcept { return tap_; }
   std::string description() const override { return isValid_ ? "valid" : "invalidated"; }
 
 private:
   bool isValid_ = true;
+  Tap tap_;
   RunLoopSource* source_ = nullptr;
 };
 

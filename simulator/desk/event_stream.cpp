@@ -75,8 +75,13 @@ bool EventStream::isFrozen() const {
   });
 }
 
-void EventStream::post(Level level, InputEvent event) {
-  queue_.async([this, level, event] { deliver(level, event); });
+void EventStream::post(Level level, const InputEvent& event) {
+  posted_.emplace_back(level, event);
+  queue_.async([this] {
+    const auto [from, next] = std::move(posted_.front());
+    posted_.pop_front();
+    deliver(from, next);
+  });
 }
 
 void EventStream::deliver(Level from, InputEvent event) {
@@ -84,7 +89,7 @@ void EventStream::deliver(Level from, InputEvent event) {
     stopped_.emplace_back(from, event);
     return;
   }
-  std::vector<TapId> way;
+  InlineVector<TapId, 4> way; // a list of its own: taps come and go while it is walked
   for (const Standing& standing : taps_) {
     if (standing.tap.level >= from) way.push_back(standing.id);
   }
