@@ -78,13 +78,13 @@ bool EventStream::isFrozen() const {
 void EventStream::post(Level level, const InputEvent& event) {
   posted_.emplace_back(level, event);
   queue_.async([this] {
-    const auto [from, next] = std::move(posted_.front());
+    auto [from, next] = std::move(posted_.front());
     posted_.pop_front();
     deliver(from, next);
   });
 }
 
-void EventStream::deliver(Level from, InputEvent event) {
+void EventStream::deliver(Level from, InputEvent& event) {
   if (isFrozen()) {
     stopped_.emplace_back(from, event);
     return;
@@ -98,10 +98,10 @@ void EventStream::deliver(Level from, InputEvent event) {
     if (!standing || !standing->enabled || !standing->tap.handle || !sees(standing->tap, event))
       continue;
     const bool isFilter = standing->tap.isFilter;
-    const auto answer = std::function(standing->tap.handle)(event);
+    auto answer = std::function(standing->tap.handle)(event);
     if (!isFilter) continue;
     if (!answer) return;
-    event = *answer;
+    event = std::move(*answer);
   }
   arrive(event);
 }

@@ -87,7 +87,8 @@ private:
     bool enabled = true;
   };
 
-  void deliver(Level from, InputEvent event);
+  /// May change the event.
+  void deliver(Level from, InputEvent& event);
   void arrive(const InputEvent& event);
   Standing* find(TapId id);
   const Standing* find(TapId id) const;
