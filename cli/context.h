@@ -1,5 +1,7 @@
 #pragma once
 
+#include "cli/local_machine.h"
+
 #include <functional>
 #include <iosfwd>
 #include <optional>
@@ -16,6 +18,7 @@ struct Context {
   std::ostream& err;  ///< for progress and notes only; errors are thrown
   bool errIsTerminal = false;
   std::function<std::optional<std::string>()> discoverPort = {}; ///< the pad's serial port
+  std::function<LocalMachine()> machine = {};
   std::string out = {};
   bool isDone =
       true; ///< else what is printed is the answer of an operation that failed: exit code 1

@@ -98,6 +98,16 @@ OrderedJson printable(const TapEvent& event) {
   return {{"sender", event.senderId}, {"kind", rawValue(event.kind)}, {"name", event.name.text()}};
 }
 
+OrderedJson printable(const DeviceKeyEvent& captured) {
+  const KeyEvent& event = captured.event;
+  return {{"key", trellivar::encode(event.key)},
+          {"phase", event.phase == KeyEvent::Phase::down ? "down" : "up"},
+          {"timestamp", event.timestamp},
+          {"isModifier", event.isModifier},
+          {"vendorId", captured.vendorId},
+          {"productId", captured.productId}};
+}
+
 OrderedJson printable(const TapAction& action) {
   struct Encoder {
     OrderedJson operator()(const TapAction::Pass&) const { return "pass"; }

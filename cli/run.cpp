@@ -54,6 +54,9 @@ void addCommands(CLI::App& app, Context& context) {
   addWrite(app, context);
   addSimulate(app, context);
   addQuery(app, context);
+  addDevices(app, context);
+  addStatus(app, context);
+  addMonitor(app, context);
 }
 
 /// Keeps a message on one line.
@@ -78,7 +81,8 @@ int run(int argc, const char* const* argv, const Environment& environment) {
                     .live = out,
                     .err = err,
                     .errIsTerminal = environment.errIsTerminal,
-                    .discoverPort = environment.discoverPort};
+                    .discoverPort = environment.discoverPort,
+                    .machine = environment.machine};
     CLI::App app("Trellivar on the command line", "trellivarctl");
     app.set_version_flag("--version", "trellivarctl " + std::string(TrellivarEngine::version));
     app.require_subcommand(1);

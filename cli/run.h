@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/local_machine.h"
 #include "cli/pad_port.h"
 
 #include <functional>
@@ -16,6 +17,7 @@ struct Environment {
   std::ostream& err;
   bool errIsTerminal = false; ///< people watch `err`, so that a line may be overwritten
   std::function<std::optional<std::string>()> discoverPort = cli::discoverPort;
+  std::function<LocalMachine()> machine = localMachine;
 };
 
 /// The whole of `trellivarctl`. Returns the exit code: 0 done, 1 the operation failed, 2 bad usage

@@ -1,9 +1,9 @@
 #include "cli/commands.h"
 #include "cli/data_folder.h"
-#include "cli/diagnostics_json.h"
 #include "cli/interruption.h"
 #include "cli/pad_link.h"
 #include "cli/write_progress.h"
+#include "cli/write_report.h"
 #include "core/l10n.h"
 #include "engine/orlo3_protocol.h"
 #include "engine/portable_commands.h"
@@ -56,39 +56,6 @@ std::string sendToPad(Context& context, const WriteOptions& options,
   }
 }
 
-std::string jsonReport(const std::string& firmware, const PortableCommands& commands) {
-  OrderedJson skipped = OrderedJson::object();
-  for (const std::string& mode : commands.modes) {
-    const auto keys = commands.skippedByMode.find(mode);
-    if (keys != commands.skippedByMode.end()) skipped[mode] = keys->second;
-  }
-  const OrderedJson report{
-      {"firmware", firmware}, {"modes", commands.modes}, {"skippedByMode", skipped}};
-  return report.dump() + '\n';
-}
-
-template <class List, class Text> std::string joined(const List& items, const Text& textOf) {
-  std::string text;
-  for (const auto& item : items)
-    text += (text.empty() ? "" : ", ") + textOf(item);
-  return text;
-}
-
-std::string report(const std::string& firmware, const PortableCommands& commands) {
-  const std::string modes = joined(commands.modes, [](const std::string& mode) { return mode; });
-  std::string text = L10n::t(L10n::Key::writtenFmt, modes, firmware) + '\n';
-  for (const std::string& mode : commands.modes) {
-    const auto skipped = commands.skippedByMode.find(mode);
-    if (skipped == commands.skippedByMode.end()) {
-      text += L10n::t(L10n::Key::modeOKFmt, mode) + '\n';
-      continue;
-    }
-    const std::string keys = joined(skipped->second, [](int key) { return std::to_string(key); });
-    text += L10n::t(L10n::Key::modeSkippedFmt, mode, keys) + '\n';
-  }
-  return text;
-}
-
 void runWrite(Context& context, const WriteOptions& options) {
   const PortableCommands commands = commandsToWrite(context, options);
   if (options.dryRun) {
@@ -96,7 +63,8 @@ void runWrite(Context& context, const WriteOptions& options) {
     return;
   }
   const std::string firmware = sendToPad(context, options, commands);
-  context.out = options.json ? jsonReport(firmware, commands) : report(firmware, commands);
+  context.out = options.json ? jsonReport(firmware, commands).dump() + '\n'
+                             : wordedReport(firmware, commands);
 }
 
 } // namespace

@@ -44,6 +44,11 @@ TrellivarDevice learnedDevice(const KnownDevice& pad, const KnownMode& mode,
 
 } // namespace
 
+TrellivarDevice initialDevice() {
+  const KnownDevice& pad = KnownDevices::all().front();
+  return deviceOf(pad, pad.primaryMode()->transports.front());
+}
+
 std::vector<MappingSet> setsForAllModes(const TrellivarDevice& device,
                                         std::span<const Profile> profiles,
                                         std::span<const StoredDeviceSignatures> stored,

@@ -10,6 +10,10 @@
 
 namespace trellivar {
 
+/// The registry's pad on the first transport of its primary mode: what is worked on until a pad is
+/// attached.
+TrellivarDevice initialDevice();
+
 /// What the engine is to remap: the sets for every position of the pad's switch at once, although
 /// one profile and one device are being worked on. A profile belongs to the mode whose id its name
 /// is.

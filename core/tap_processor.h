@@ -70,8 +70,8 @@ public:
   /// none: it would be swallowed. Nothing changes.
   std::optional<KeyName> releasedAs(std::int64_t senderId, KeyName name) const;
 
-  /// The press of this key has been seen and its release has not: a further press would be taken for
-  /// a repetition.
+  /// The press of this key has been seen and its release has not: a further press would be taken
+  /// for a repetition.
   bool countsAsDown(std::int64_t senderId, KeyName name) const;
 
   /// The earliest deadline of all senders; call `flush` then. None while nothing is held.

@@ -1,10 +1,14 @@
 #include "cli/simulate/account.h"
 
+#include "cli/diagnostics_json.h"
 #include "cli/shortcut.h"
+#include "cli/write_report.h"
+#include "core/l10n.h"
 
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <sstream>
 #include <string_view>
 
 namespace trellivar::cli::simulate {
@@ -90,23 +94,69 @@ struct Words {
   std::string operator()(const Status&) const { return "status"; }
 };
 
+struct ResultJson {
+  OrderedJson operator()(const Result::State& state) const {
+    return {{"accessibilityGranted", state.engine.accessibilityGranted},
+            {"inputMonitoringGranted", state.engine.inputMonitoringGranted},
+            {"trellivarGrabbed", state.engine.trellivarGrabbed},
+            {"padLink", rawValue(state.padLink)}};
+  }
+  OrderedJson operator()(const KeySignature& signature) const { return encode(signature); }
+  OrderedJson operator()(const Output& output) const { return encode(output); }
+  OrderedJson operator()(const Result::Written& written) const {
+    return jsonReport(written.firmware, written.commands);
+  }
+  OrderedJson operator()(Result::NeedPad) const { return {{"needPad", true}}; }
+  OrderedJson operator()(const Result::Error& error) const { return {{"error", error.text}}; }
+};
+
+struct ResultWords {
+  std::string operator()(const Result::State& state) const {
+    const auto granted = [](bool is) { return is ? "granted" : "not granted"; };
+    return std::string("Accessibility ") + granted(state.engine.accessibilityGranted) +
+           ", Input Monitoring " + granted(state.engine.inputMonitoringGranted) + ", the pad is " +
+           (state.engine.trellivarGrabbed ? "intercepted" : "not intercepted") + ", link " +
+           std::string(rawValue(state.padLink));
+  }
+  std::string operator()(const KeySignature& signature) const {
+    std::string text = "the key sends";
+    for (const Key& code : signature.codes)
+      text += (&code == signature.codes.data() ? " "
+               : signature.isChord             ? "+"
+                                               : ", ") +
+              code.keyCode.text();
+    return text;
+  }
+  std::string operator()(const Output& output) const {
+    return "the shortcut is " + shortcutText(output);
+  }
+  std::string operator()(const Result::Written& written) const {
+    return wordedReport(written.firmware, written.commands);
+  }
+  std::string operator()(Result::NeedPad) const {
+    return std::string(L10n::text(L10n::Key::needPad, AppLanguage::en));
+  }
+  std::string operator()(const Result::Error& error) const { return error.text; }
+};
+
 } // namespace
 
 Listener JsonAccount::listener() {
   return {[](const Step&) {},
           [this](const Arrival& arrival) { out_ += jsonOf(arrival).dump() + '\n'; },
-          [this](const Step& step, const OrderedJson& result) {
-            out_ += OrderedJson{{"step", step.number}, {"result", result}}.dump() + '\n';
-          }};
+          [this](const Step& step, const Result& result) {
+            const OrderedJson line{{"step", step.number},
+                                   {"result", std::visit(ResultJson{}, result.value)}};
+            out_ += line.dump() + '\n';
+          },
+          [] {}};
 }
 
 Listener WordedAccount::listener() {
   return {[this](const Step& step) { began(step); },
           [this](const Arrival& arrival) { arrived(arrival); },
-          [this](const Step& step, const OrderedJson& result) {
-            endLine();
-            out_ += "      (" + std::to_string(step.number) + ")  " + result.dump() + '\n';
-          }};
+          [this](const Step& step, const Result& result) { reported(step, result); },
+          [this] { endLine(); }};
 }
 
 void WordedAccount::began(const Step& step) {
@@ -126,6 +176,14 @@ void WordedAccount::arrived(const Arrival& arrival) {
     lineOf_ = arrival.source;
   }
   out_ += "  " + arrival.name.text() + (isDown(arrival.kind) ? " ↓" : " ↑");
+}
+
+/// Of a result that comes later, the number of its step tells to what it belongs.
+void WordedAccount::reported(const Step& step, const Result& result) {
+  endLine();
+  std::istringstream lines(std::visit(ResultWords{}, result.value));
+  for (std::string line; std::getline(lines, line);)
+    out_ += "      (" + std::to_string(step.number) + ")  " + line + '\n';
 }
 
 void WordedAccount::endLine() {

@@ -2,6 +2,7 @@
 
 #include "cli/simulate/player.h"
 
+#include <optional>
 #include <string>
 
 namespace trellivar::cli::simulate {
@@ -25,6 +26,7 @@ public:
 private:
   void began(const Step& step);
   void arrived(const Arrival& arrival);
+  void reported(const Step& step, const Result& result);
   void endLine();
 
   std::string& out_;

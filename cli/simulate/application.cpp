@@ -7,6 +7,7 @@
 #include "core/mode_profiles.h"
 #include "core/mode_sets.h"
 #include "engine/capture_interpreter.h"
+#include "engine/recognised_pads.h"
 
 #include <algorithm>
 #include <array>
@@ -37,12 +38,6 @@ signaturesIn(const std::optional<std::filesystem::path>& folder) {
   return std::make_unique<MemorySignatures>();
 }
 
-TrellivarDevice initialDevice() {
-  const KnownDevice& pad = KnownDevices::all().front();
-  const KnownTransport& transport = pad.primaryMode()->transports.front();
-  return {pad.name, transport.identity.vendorId, transport.identity.productId, transport.layout};
-}
-
 std::string text(L10n::Key key) { return std::string(L10n::text(key, AppLanguage::en)); }
 
 } // namespace
@@ -64,10 +59,7 @@ void Application::poll() {
 }
 
 void Application::refreshDevices() {
-  connected_ = machine_.enumerator.connectedKeyboards();
-  std::erase_if(connected_, [](const ConnectedDevice& device) {
-    return !KnownDevices::resolve(device.vendorId, device.productId, device.name);
-  });
+  connected_ = recognisedPads(machine_.enumerator.connectedKeyboards());
   if (!connected_.empty()) use(connected_.front());
 }
 
@@ -95,17 +87,7 @@ std::string Application::mode() const {
   return found ? found->modeId : machine_.pad.mode();
 }
 
-Application::PadLink Application::padLink() const {
-  if (connected_.empty()) return PadLink::disconnected;
-  const bool isUSB = std::ranges::any_of(connected_, [](const ConnectedDevice& device) {
-    const KnownDevice* pad = KnownDevices::knownAcrossModes(device.vendorId, device.productId);
-    return pad && std::ranges::any_of(pad->modes, [&](const KnownMode& mode) {
-             const KnownTransport* found = mode.transport(device.vendorId, device.productId);
-             return found && found->isUSB;
-           });
-  });
-  return isUSB ? PadLink::usb : PadLink::wireless;
-}
+PadLinkState Application::padLink() const { return padLinkState(connected_); }
 
 Profile& Application::profileOf(std::string_view mode) {
   return *std::ranges::find(profiles_, mode, &Profile::name); // `migrated` provides for each mode

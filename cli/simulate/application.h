@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/pad_link_state.h"
 #include "core/profile_store.h"
 #include "core/signature_store.h"
 #include "engine/connected_device.h"
@@ -27,7 +28,6 @@ public:
     std::optional<Result> result;
     std::string error;
   };
-  enum class PadLink : std::uint8_t { usb, wireless, disconnected };
 
   /// How often the permissions are looked at.
   static constexpr Seconds pollInterval{1.5};
@@ -43,7 +43,7 @@ public:
   const std::vector<Profile>& profiles() const noexcept { return profiles_; }
   /// The mode of the pad in use.
   std::string mode() const;
-  PadLink padLink() const;
+  PadLinkState padLink() const;
 
   void bind(std::string_view mode, int key, const Output& output,
             const std::optional<std::string>& label);

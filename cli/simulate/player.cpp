@@ -1,7 +1,8 @@
 #include "cli/simulate/player.h"
 
+#include "cli/pad_link.h"
 #include "cli/simulate/application.h"
-#include "core/json/coding.h"
+#include "core/l10n.h"
 #include "core/modifier.h"
 #include "engine/darwin/event_posting.h"
 #include "simulator/desk/key_codes.h"
@@ -9,6 +10,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace trellivar::cli::simulate {
 
@@ -29,11 +31,6 @@ std::vector<KeyName> modifiersOf(std::uint64_t flags) {
   return names;
 }
 
-std::string_view rawValue(Application::PadLink link) {
-  constexpr std::array names{"usb", "wireless", "disconnected"};
-  return names.at(static_cast<std::size_t>(link));
-}
-
 class Player {
 public:
   Player(const std::optional<std::filesystem::path>& dataFolder, const Listener& listener)
@@ -51,7 +48,7 @@ public:
 
   /// Until nothing is to come but the look at the permissions.
   void finish() {
-    while (application_.isCapturing())
+    while (application_.isCapturing() || machine_.pad.isSending())
       queue().advance(Seconds(1));
     queue().advance(TapEngine::chordWindow + Seconds(0.1));
   }
@@ -114,7 +111,23 @@ public:
 
   void operator()(const Wait& wait) { queue().advance(wait.duration); }
 
-  void operator()(const Write&) {}
+  /// In real time; on the desk no time passes.
+  void operator()(const Write&) {
+    auto commands = portableCommands(portableModes(application_.profiles()));
+    if (commands.lines.empty())
+      return report(
+          Result::Error{std::string(L10n::text(L10n::Key::errNothingToWrite, AppLanguage::en))});
+    try {
+      SystemLinkClock clock;
+      auto firmware = machine_.link(clock).writeMacros(commands.lines);
+      application_.setPortableModes({commands.modes.begin(), commands.modes.end()});
+      report(Result::Written{std::move(firmware), std::move(commands)});
+    } catch (const Orlo3Error& error) {
+      if (error.is<Orlo3Error::NoPort>() || error.is<Orlo3Error::Dormant>())
+        return report(Result::NeedPad{});
+      report(Result::Error{failureOf(error).what()});
+    }
+  }
 
   void operator()(const SetPermissions& set) {
     for (const Permission permission : set.permissions) {
@@ -135,11 +148,7 @@ public:
   }
 
   void operator()(const Status&) {
-    const EngineStatus status = machine_.engine.status("");
-    listener_.reported(*step_, {{"accessibilityGranted", status.accessibilityGranted},
-                                {"inputMonitoringGranted", status.inputMonitoringGranted},
-                                {"trellivarGrabbed", status.trellivarGrabbed},
-                                {"padLink", rawValue(application_.padLink())}});
+    report(Result::State{machine_.engine.status(""), application_.padLink()});
   }
 
 private:
@@ -148,12 +157,17 @@ private:
   /// Nobody presses a key before the computer has noticed the device.
   void letItBeNoticed() { queue().advance(desk::Machine::hotplugDebounce); }
 
-  template <class Result> std::function<void(const Application::Outcome<Result>&)> reporting() {
-    return [this, &step = *step_](const Application::Outcome<Result>& outcome) {
-      OrderedJson result{{"error", outcome.error}};
-      if (outcome.result) result = trellivar::encode(*outcome.result);
-      listener_.reported(step, result);
+  template <class Found> std::function<void(const Application::Outcome<Found>&)> reporting() {
+    return [this, &step = *step_](const Application::Outcome<Found>& outcome) {
+      if (outcome.result)
+        listener_.reported(step, {*outcome.result});
+      else
+        listener_.reported(step, {Result::Error{outcome.error}});
     };
+  }
+
+  template <class Value> void report(Value value) {
+    listener_.reported(*step_, {std::move(value)});
   }
 
   void hear(const desk::Received& received) {
@@ -190,6 +204,7 @@ void play(const std::vector<Step>& script, const std::optional<std::filesystem::
   for (const Step& step : script)
     player.play(step);
   player.finish();
+  listener.ended();
 }
 
 } // namespace trellivar::cli::simulate

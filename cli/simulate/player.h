@@ -1,14 +1,19 @@
 #pragma once
 
-#include "cli/diagnostics_json.h"
+#include "cli/pad_link_state.h"
 #include "cli/simulate/script.h"
-#include "simulator/desk/event_stream.h"
+#include "core/key_layout.h"
+#include "core/tap_event.h"
+#include "engine/portable_commands.h"
+#include "engine/remap_engine.h"
 
 #include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <optional>
+#include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
 namespace trellivar::cli::simulate {
@@ -25,13 +30,34 @@ struct Arrival {
 };
 std::string_view rawValue(Arrival::Source source) noexcept;
 
-/// What a script is told.
+/// What a step reports.
+struct Result {
+  struct State {
+    EngineStatus engine;
+    PadLinkState padLink = PadLinkState::disconnected;
+  };
+  struct Written {
+    std::string firmware;
+    PortableCommands commands;
+  };
+  /// No pad answers at the cable.
+  struct NeedPad {};
+  struct Error {
+    std::string text;
+  };
+
+  std::variant<State, KeySignature, Output, Written, NeedPad, Error> value;
+};
+
+/// Who is told of a simulation.
 struct Listener {
   /// A step begins.
   std::function<void(const Step&)> began;
   std::function<void(const Arrival&)> arrived;
-  /// What a step reports, which may be later.
-  std::function<void(const Step&, const OrderedJson& result)> reported;
+  /// A step has come to something, which may be later.
+  std::function<void(const Step&, const Result&)> reported;
+  /// Nothing more will come.
+  std::function<void()> ended;
 };
 
 /// Plays a script on a new desk. Time is virtual, but for a write into the pad. After the last step

@@ -20,7 +20,7 @@ struct ModeBindings {
 constexpr std::array bindings{
     ModeBindings{"P", {"cmd+c", "cmd+v", "play_or_pause"}},
     ModeBindings{"M", {"h,e,l,l,o", "cmd+shift+4", "ropt"}},
-    ModeBindings{"R", {"ctrl+left_arrow", "button3", "cmd+opt+escape"}},
+    ModeBindings{"R", {"ctrl+left_arrow", "button3", "cmd+opt+d"}},
 };
 
 class Tour {
@@ -81,12 +81,15 @@ private:
     for (const std::string_view mode : modeNames) {
       add(SetMode{std::string(mode)});
       add(Connect{Connect::Link::bluetooth});
-      pressAll();
+      for (const int key : desk::Pad::keyIds) {
+        add(Press{{key}});
+        add(settle);
+      }
     }
     add(Status{});
   }
 
-  /// Long enough for a capture to end.
+  /// Long enough for a capture, or the macro of a key, to end.
   static constexpr Wait settle{Seconds(0.6)};
 
   std::vector<Step> steps_;

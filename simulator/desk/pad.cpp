@@ -101,7 +101,7 @@ void Pad::attach(DeviceIdentity identity, bool isUSB) {
                           .interfaces = {{Description::keyboard},
                                          {Description::consumerControl},
                                          {Description::mouse}},
-                          .calloutPath = isUSB ? calloutPath_ : ""});
+                          .calloutPath = isUSB && calloutPath_ ? calloutPath_() : ""});
   sentUntil_ = desk_.queue().now();
 }
 

@@ -52,8 +52,8 @@ public:
   /// 0 while it is away.
   Desk::DeviceId device() const noexcept { return device_; }
 
-  /// The serial port of the next connection by cable; empty: none.
-  void setCalloutPath(std::string path) { calloutPath_ = std::move(path); }
+  /// Called at each connection by cable for the path of the pad's serial port; none: it has none.
+  void setCalloutPath(std::function<std::string()> path) { calloutPath_ = std::move(path); }
   /// Over Bluetooth the pad plays what is stored; on the cable it keeps its factory keys.
   void setMacros(Macros macros) { macros_ = std::move(macros); }
   /// Sends the first alternative signature of keys that have one.
@@ -63,6 +63,9 @@ public:
   /// that is away sends nothing, and what a pad has not sent when it is unplugged is lost.
   void press(int key);
   void release(int key);
+
+  /// Something that was pressed or released has not been sent yet.
+  bool isSending() const { return sentUntil_ > desk_.queue().now(); }
 
   /// What the key sends in this mode over this link, from the factory; modifiers first.
   std::vector<KeyName> factoryCodes(int key) const;
@@ -79,7 +82,7 @@ private:
   std::optional<DeviceIdentity> identity_;
   std::optional<DeviceIdentity> ownIdentity_; ///< of its own choosing
   Desk::DeviceId device_ = 0;
-  std::string calloutPath_;
+  std::function<std::string()> calloutPath_;
   Macros macros_;
   bool isAlternative_ = false;
   Instant sentUntil_{};                      ///< when the last code on its way is sent

@@ -40,7 +40,7 @@ protected:
 
 TEST_F(PortDiscoveryTest, thePadsPortIsFoundOnTheDesk) {
   desk::Pad pad(desk);
-  pad.setCalloutPath("/dev/cu.usbmodem7");
+  pad.setCalloutPath([] { return "/dev/cu.usbmodem7"; });
   pad.connect(desk::Pad::Link::usb);
   EXPECT_EQ(darwin::discoverPadPort(), "/dev/cu.usbmodem7");
   pad.connect(desk::Pad::Link::bluetooth);
