@@ -18,12 +18,21 @@ constexpr std::array<std::string_view, 4> belowSimulator{"simulator/firmware", "
                                                          "files"};
 constexpr std::array<std::string_view, 5> belowSimulatedPlatform{"simulator", "engine",
                                                                  "engine/darwin", "core", "files"};
-constexpr std::array<std::string_view, 9> belowPrograms{
-    "viewmodels",         "simulator", "simulator/darwin",
-    "simulator/firmware", "engine",    "engine/darwin",
-    "engine/linux",       "core",      "files"};
+constexpr std::array<std::string_view, 7> belowSimulatedMachine{
+    "simulator", "simulator/darwin", "simulator/firmware", "engine", "engine/darwin", "core",
+    "files"};
+constexpr std::array<std::string_view, 10> belowPrograms{"viewmodels",
+                                                         "simulator",
+                                                         "simulator/darwin",
+                                                         "simulator/firmware",
+                                                         "simulator/machine",
+                                                         "engine",
+                                                         "engine/darwin",
+                                                         "engine/linux",
+                                                         "core",
+                                                         "files"};
 
-constexpr std::array<Layer, 11> allLayers{{
+constexpr std::array<Layer, 12> allLayers{{
     {"files", {}, Platform::inSourcesOnly},
     {"core", belowCore, Platform::nowhere},
     {"engine", belowEngine},
@@ -33,6 +42,7 @@ constexpr std::array<Layer, 11> allLayers{{
     {"simulator/firmware", aboveEngine},
     {"simulator", belowSimulator},
     {"simulator/darwin", belowSimulatedPlatform},
+    {"simulator/machine", belowSimulatedMachine},
     {"cli", belowPrograms},
     {"app", belowPrograms},
 }};
