@@ -17,11 +17,11 @@ void addResolve(CLI::App& app, Context& context);
 void addStrings(CLI::App& app, Context& context);
 void addKeys(CLI::App& app, Context& context);
 void addProfiles(CLI::App& app, Context& context);
-void addWrite(CLI::App& app, Context& context);
-void addSimulate(CLI::App& app, Context& context);
-void addQuery(CLI::App& app, Context& context);
 void addDevices(CLI::App& app, Context& context);
-void addStatus(CLI::App& app, Context& context);
+void addWrite(CLI::App& app, Context& context);
+void addQuery(CLI::App& app, Context& context);
 void addMonitor(CLI::App& app, Context& context);
+void addStatus(CLI::App& app, Context& context);
+void addSimulate(CLI::App& app, Context& context);
 
 } // namespace trellivar::cli

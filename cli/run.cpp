@@ -51,12 +51,12 @@ void addCommands(CLI::App& app, Context& context) {
   addStrings(app, context);
   addKeys(app, context);
   addProfiles(app, context);
-  addWrite(app, context);
-  addSimulate(app, context);
-  addQuery(app, context);
   addDevices(app, context);
-  addStatus(app, context);
+  addWrite(app, context);
+  addQuery(app, context);
   addMonitor(app, context);
+  addStatus(app, context);
+  addSimulate(app, context);
 }
 
 /// Keeps a message on one line.

@@ -8,8 +8,10 @@ namespace {
 
 template <class List, class Text> std::string joined(const List& items, const Text& textOf) {
   std::string text;
-  for (const auto& item : items)
-    text += (text.empty() ? "" : ", ") + textOf(item);
+  for (const auto& item : items) {
+    if (!text.empty()) text += ", ";
+    text += textOf(item);
+  }
   return text;
 }
 

@@ -116,31 +116,31 @@ bool CommandReader::readPayload(const Header& header, Commands& commands) {
   const std::string_view payload =
       std::string_view(unread_).substr(header.size, Orlo3Protocol::framePayload);
   if (payload.empty()) return false;
-  Assembly next = header.isFirst() ? Assembly{} : *assembly_;
+  JsonScanner scanner = header.isFirst() ? JsonScanner() : assembly_->scanner;
   const bool isObject = !header.isFirst() || payload.front() == '{';
-  const std::size_t size = next.scanner.scan(payload);
+  const std::size_t size = scanner.scan(payload);
   const bool isFull = size == Orlo3Protocol::framePayload;
-  if (isObject && !next.scanner.isComplete() && !isFull) return false;
+  if (isObject && !scanner.isComplete() && !isFull) return false;
 
   // From here on the frame is read, one way or another.
   if (header.isFirst()) {
     if (assembly_) dropAssembly();
     totals_.erase(header.seq);
   }
+  std::string object = assembly_ ? std::move(assembly_->object) : std::string();
   assembly_.reset();
-  const bool isAsAnnounced = isObject && next.scanner.isComplete() == header.isLast();
+  const bool isAsAnnounced = isObject && scanner.isComplete() == header.isLast();
   if (!isAsAnnounced) {
     dropFrame(header);
-    loseTrack(header.size + (isObject && next.scanner.isComplete() ? size : 0));
+    loseTrack(header.size + (isObject && scanner.isComplete() ? size : 0));
     return true;
   }
-  next.last = header;
-  next.object += payload.substr(0, size);
+  object += payload.substr(0, size);
   unread_.erase(0, header.size + size);
   if (header.isLast())
-    commands.push_back(std::move(next.object));
+    commands.push_back(std::move(object));
   else
-    assembly_ = std::move(next);
+    assembly_ = Assembly{header, std::move(object), scanner};
   return true;
 }
 

@@ -7,8 +7,9 @@ namespace trellivar::cli {
 namespace {
 
 const std::vector<std::string> commands{
-    "compile", "replay",  "classify", "signature", "recorded-output", "expand", "macro",
-    "frame",   "resolve", "strings",  "keys",      "profiles",        "write",  "query"};
+    "compile", "replay",  "classify", "signature", "recorded-output", "expand",  "macro",
+    "frame",   "resolve", "strings",  "keys",      "profiles",        "devices", "write",
+    "query",   "monitor", "status",   "simulate"};
 const std::vector<std::string> profilesCommands{"list",  "show",   "bind",  "unbind",
                                                 "label", "export", "import"};
 
