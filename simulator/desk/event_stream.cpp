@@ -75,16 +75,21 @@ bool EventStream::isFrozen() const {
   });
 }
 
-void EventStream::post(Level level, InputEvent event) {
-  queue_.async([this, level, event] { deliver(level, event); });
+void EventStream::post(Level level, const InputEvent& event) {
+  posted_.emplace_back(level, event);
+  queue_.async([this] {
+    auto [from, next] = std::move(posted_.front());
+    posted_.pop_front();
+    deliver(from, next);
+  });
 }
 
-void EventStream::deliver(Level from, InputEvent event) {
+void EventStream::deliver(Level from, InputEvent& event) {
   if (isFrozen()) {
     stopped_.emplace_back(from, event);
     return;
   }
-  std::vector<TapId> way;
+  InlineVector<TapId, 4> way; // a list of its own: taps come and go while it is walked
   for (const Standing& standing : taps_) {
     if (standing.tap.level >= from) way.push_back(standing.id);
   }
@@ -93,10 +98,10 @@ void EventStream::deliver(Level from, InputEvent event) {
     if (!standing || !standing->enabled || !standing->tap.handle || !sees(standing->tap, event))
       continue;
     const bool isFilter = standing->tap.isFilter;
-    const auto answer = std::function(standing->tap.handle)(event);
+    auto answer = std::function(standing->tap.handle)(event);
     if (!isFilter) continue;
     if (!answer) return;
-    event = *answer;
+    event = std::move(*answer);
   }
   arrive(event);
 }
