@@ -123,14 +123,17 @@ void TapEngine::resolveSenders() {
 
 CGEventRef TapEngine::handle(CGEventType type, CGEventRef event) {
   if (type == kCGEventTapDisabledByTimeout || type == kCGEventTapDisabledByUserInput) {
+    keys_.becomeUncertain();
     startTap();
     return event;
   }
   if (darwin::isOwn(event)) return event;
   const std::int64_t sender = darwin::senderOf(event);
   if (!processor_.senders().contains(sender)) return event;
-  const auto described = darwin::translate(type, event, sender);
+  auto described = darwin::translate(type, event, sender);
   if (!described) return event;
+  if (type == kCGEventFlagsChanged && isReleaseInDisguise(*described))
+    described->kind = TapEvent::Kind::keyUp;
 
   const Instant now = queue_.now();
   if (isDown(described->kind) && !darwin::isRepeat(type, event))
@@ -160,6 +163,13 @@ void TapEngine::releaseMissed(const TapEvent& press, Instant now) {
   }
 }
 
+/// A modifier that changes while it is down comes up, even if the flags say that it is down: then
+/// it is on another keyboard.
+bool TapEngine::isReleaseInDisguise(const TapEvent& event) {
+  const PadKeys::Key* key = keys_.find(event.senderId, event.name);
+  return isDown(event.kind) && key && !key->isUncertain;
+}
+
 bool TapEngine::isKnownToBeDown(const TapEvent& event) {
   return keys_.find(event.senderId, event.name) ||
          processor_.countsAsDown(event.senderId, event.name);
@@ -185,7 +195,8 @@ CGEventRef TapEngine::carryOut(const TapActions& actions, CGEventRef event,
     } else if (std::holds_alternative<TapAction::Suppress>(action.value)) {
       result = nullptr;
     } else if (const auto* rewrite = std::get_if<TapAction::Rewrite>(&action.value)) {
-      if (darwin::rewriteModifier(event, rewrite->name)) deliveredAs = rewrite->name;
+      if (darwin::rewriteModifier(event, rewrite->name, isDown(described.kind)))
+        deliveredAs = rewrite->name;
       result = event;
     } else if (const auto* made = std::get_if<TapAction::Post>(&action.value)) {
       darwin::post(*made->events, {});

@@ -61,6 +61,7 @@ private:
   void resolveSenders();
   void releaseWhatWouldStay();
   void releaseMissed(const TapEvent& press, Instant now);
+  bool isReleaseInDisguise(const TapEvent& event);
   bool isKnownToBeDown(const TapEvent& event);
   bool isTakenBack(const TapEvent& event);
   CGEventRef carryOut(const TapActions& actions, CGEventRef event, const TapEvent& described);

@@ -1,5 +1,8 @@
 #include "simulator/desk/event_stream.h"
 
+#include "engine/modifier_flags.h"
+#include "simulator/desk/key_codes.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -106,9 +109,17 @@ void EventStream::deliver(Level from, InputEvent& event) {
   arrive(event);
 }
 
+/// A posted event speaks for its own key, whatever else its flags repeat.
+void EventStream::notePostedModifier(const InputEvent& event) {
+  const auto key = named(event);
+  if (!key) return;
+  postedFlags_ = isDown(key->kind) ? modifier_flags::pressing(postedFlags_, key->name)
+                                   : modifier_flags::releasing(postedFlags_, key->name);
+}
+
 void EventStream::arrive(const InputEvent& event) {
   if (event.type == InputEvent::flagsChanged && event.field(InputEvent::sourceProcessId) != 0)
-    postedFlags_ = event.flags & modifierFlags;
+    notePostedModifier(event);
   const Received received{queue_.now(), event};
   if (recording_) received_.push_back(received);
   if (receiver_) receiver_(received);

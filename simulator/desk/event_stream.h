@@ -90,6 +90,7 @@ private:
   /// May change the event.
   void deliver(Level from, InputEvent& event);
   void arrive(const InputEvent& event);
+  void notePostedModifier(const InputEvent& event);
   Standing* find(TapId id);
   const Standing* find(TapId id) const;
 

@@ -60,11 +60,11 @@ public:
   }
 
   int events() const { return events_; }
-  /// What applications believe to be down, in words.
+  /// What applications believe to be down, in words. They know of modifiers by flags.
   std::string down() const {
-    std::string text;
+    std::string text = sidesText(computer_.desk.events().sessionFlags());
     for (const KeyName name : down_)
-      text += name.text() + " ";
+      text += " " + name.text();
     return text;
   }
   std::size_t references() const { return computer_.platform.liveReferences().size(); }
@@ -137,7 +137,7 @@ private:
 
   void receive(const InputEvent& event) {
     const auto named = desk::named(event);
-    if (!named) return;
+    if (!named || event.type == InputEvent::flagsChanged) return;
     if (isDown(named->kind))
       down_.insert(named->name);
     else

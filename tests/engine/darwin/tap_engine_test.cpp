@@ -342,6 +342,26 @@ TEST_F(TapEngineTest, twoSidesHeldTogetherAreToldApart) {
   EXPECT_EQ(heard(), "*v+ *v-");
 }
 
+TEST_F(TapEngineTest, aModifierHeldOnTheKeyboardTooIsStillReleasedOnThePad) {
+  computer.down(keyboard, "left_control");
+  for (int i = 0; i < 3; ++i) {
+    heard();
+    computer.down(pad, "left_control");
+    computer.down(pad, "f");
+    computer.up(pad, "f");
+    computer.up(pad, "left_control"); // the flags say that left control is down
+    computer.pass(1);
+    EXPECT_EQ(heard(), "*v+ *v-");
+  }
+}
+
+TEST_F(NormalizationTest, aModifierHeldOnTheKeyboardTooIsStillReleasedOnThePad) {
+  computer.down(keyboard, "right_command");
+  heard();
+  computer.tap(pad, "right_command");
+  EXPECT_EQ(heard(), "left_command+ left_command-(right_command)");
+}
+
 TEST_F(TapEngineTest, aModifierEventWithoutSidesIsReadFromTheCommonFlag) {
   const auto raw = [&](std::uint64_t flags) {
     InputEvent event;
