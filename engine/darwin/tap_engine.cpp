@@ -92,7 +92,6 @@ void TapEngine::applyAll(std::span<const MappingSet> sets) {
     appliedIdentities_.push_back(identity);
   processor_.setTable(std::move(table));
   resolveSenders();
-  armDeadlineTimer();
 }
 
 EngineStatus TapEngine::status(std::string_view /*trellivarDeviceName*/) {
@@ -106,7 +105,7 @@ void TapEngine::setDeviceIgnored(bool ignored, int vendorId, int productId) {
   else
     paused.erase({vendorId, productId});
   processor_.setPaused(std::move(paused));
-  releaseWhatWouldStay();
+  settle();
 }
 
 bool TapEngine::isDeviceReleased(std::string_view /*named*/) { return true; }
@@ -118,7 +117,7 @@ void TapEngine::resolveSenders() {
       senders.emplace(id, identity);
   }
   processor_.setSenders(std::move(senders));
-  releaseWhatWouldStay();
+  settle();
 }
 
 CGEventRef TapEngine::handle(CGEventType type, CGEventRef event) {
@@ -154,9 +153,7 @@ void TapEngine::releaseMissed(const TapEvent& press, Instant now) {
   if (!isKnownToBeDown(press)) return;
   TapEvent release = press;
   release.kind = releaseOf(press.kind);
-  for (const TapAction& action : processor_.process(release, now)) {
-    if (const auto* held = std::get_if<TapAction::Replay>(&action.value)) replay(held->events);
-  }
+  replayAll(processor_.process(release, now));
   if (const PadKeys::Key* key = keys_.find(press.senderId, press.name)) {
     releaseDelivered(*key);
     keys_.release(press.senderId, press.name);
@@ -226,18 +223,30 @@ void TapEngine::replay(const TapEvents& events) {
   darwin::post({events.begin(), events.size()}, heldModifiers());
 }
 
+/// Of the actions, those that give something back.
+void TapEngine::replayAll(const TapActions& actions) {
+  for (const TapAction& action : actions) {
+    if (const auto* held = std::get_if<TapAction::Replay>(&action.value)) replay(held->events);
+  }
+}
+
 void TapEngine::releaseDelivered(const PadKeys::Key& key) {
   if (!key.deliveredAs) return;
   const std::array release{TapEvent{0, TapEvent::Kind::keyUp, *key.deliveredAs}};
   darwin::post(release, heldModifiers());
 }
 
-/// After a change: of the keys that are down, releases those whose own release will not come or
-/// will not reach the applications as the key that they know.
+/// After a change of what is remapped.
+void TapEngine::settle() {
+  replayAll(processor_.flushUnhandled());
+  releaseWhatWouldStay();
+  armDeadlineTimer();
+}
+
+/// Of the keys that are down, releases those whose own release will not come or will not reach the
+/// applications as the key that they know.
 void TapEngine::releaseWhatWouldStay() {
   for (const PadKeys::Key& key : PadKeys::Keys(keys_.all())) {
-    // What is held back may yet be given to the applications, even after its pad has gone.
-    if (!key.deliveredAs && processor_.nextDeadline()) continue;
     const bool isKnown = processor_.senders().contains(key.sender);
     const bool isGone = !isKnown && !isAttached(key);
     const bool stays = isGone || processor_.releasedAs(key.sender, key.name) != key.deliveredAs;
@@ -287,16 +296,7 @@ void TapEngine::armDeadlineTimer() {
 
 void TapEngine::flush() {
   disarmDeadlineTimer();
-  bool isOfVanished = false;
-  for (const TapAction& action : processor_.flush(queue_.now())) {
-    const auto* held = std::get_if<TapAction::Replay>(&action.value);
-    if (!held) continue;
-    replay(held->events);
-    isOfVanished |= std::ranges::any_of(held->events, [&](const TapEvent& event) {
-      return !processor_.senders().contains(event.senderId);
-    });
-  }
-  if (isOfVanished) releaseWhatWouldStay();
+  replayAll(processor_.flush(queue_.now()));
   armDeadlineTimer();
 }
 

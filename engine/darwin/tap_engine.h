@@ -59,6 +59,7 @@ public:
 private:
   void removeTap();
   void resolveSenders();
+  void settle();
   void releaseWhatWouldStay();
   void releaseMissed(const TapEvent& press, Instant now);
   bool isReleaseInDisguise(const TapEvent& event);
@@ -66,6 +67,7 @@ private:
   bool isTakenBack(const TapEvent& event);
   CGEventRef carryOut(const TapActions& actions, CGEventRef event, const TapEvent& described);
   void replay(const TapEvents& events);
+  void replayAll(const TapActions& actions);
   void releaseDelivered(const PadKeys::Key& key);
   bool isAttached(const PadKeys::Key& key);
   darwin::ModifierContext heldModifiers() const;

@@ -109,17 +109,19 @@ void EventStream::deliver(Level from, InputEvent& event) {
   arrive(event);
 }
 
-/// A posted event speaks for its own key, whatever else its flags repeat.
+/// An event speaks for its own key, whatever else its flags repeat. What programs have pressed may
+/// come up by a program or by hardware.
 void EventStream::notePostedModifier(const InputEvent& event) {
   const auto key = named(event);
   if (!key) return;
-  postedFlags_ = isDown(key->kind) ? modifier_flags::pressing(postedFlags_, key->name)
-                                   : modifier_flags::releasing(postedFlags_, key->name);
+  if (!isDown(key->kind))
+    postedFlags_ = modifier_flags::releasing(postedFlags_, key->name);
+  else if (event.field(InputEvent::sourceProcessId) != 0)
+    postedFlags_ = modifier_flags::pressing(postedFlags_, key->name);
 }
 
 void EventStream::arrive(const InputEvent& event) {
-  if (event.type == InputEvent::flagsChanged && event.field(InputEvent::sourceProcessId) != 0)
-    notePostedModifier(event);
+  if (event.type == InputEvent::flagsChanged) notePostedModifier(event);
   const Received received{queue_.now(), event};
   if (recording_) received_.push_back(received);
   if (receiver_) receiver_(received);

@@ -39,10 +39,10 @@ public:
       computer_.pass(below(700) / 1000.0);
       break;
     case 4:
-      computer_.desk.repeat(anyDevice(), anyKey());
+      with(below(5), [&](auto device, KeyName key) { computer_.desk.repeat(device, key); });
       break;
     default:
-      pressOrRelease(anyDevice(), anyKey());
+      with(below(5), [&](auto device, KeyName key) { pressOrRelease(device, key); });
     }
     if (below(3) != 0) computer_.desk.queue().run();
   }
@@ -71,28 +71,25 @@ public:
   std::size_t timers() const { return computer_.platform.scheduledTimers(); }
 
 private:
-  static constexpr std::array<std::string_view, 12> keys{"a",
-                                                         "b",
-                                                         "c",
-                                                         "f",
-                                                         "left_control",
-                                                         "left_option",
-                                                         "right_command",
-                                                         "left_shift",
-                                                         "mute",
-                                                         "volume_increment",
-                                                         "button3",
-                                                         "x"};
-
   static DeviceIdentity identityOf(std::size_t pad) {
     return {customIdentity.vendorId, customIdentity.productId + static_cast<int>(pad)};
   }
 
   int below(int n) { return std::uniform_int_distribution(0, n - 1)(random_); }
-  KeyName anyKey() { return KeyName(keys[static_cast<std::size_t>(below(keys.size()))]); }
-  desk::Desk::DeviceId anyDevice() {
-    const int which = below(5);
-    return which == 0 ? computer_.keyboard : pads_[static_cast<std::size_t>(which % 2)];
+
+  /// Does something with a random key of the keyboard (0) or of a pad.
+  template <class Action> void with(int which, const Action& action) {
+    // Each has modifiers of its own, since flags do not tell which keyboard they come from.
+    static constexpr std::array<std::array<std::string_view, 10>, 3> keys{{
+        {"a", "b", "c", "f", "x", "mute", "volume_increment", "button3", "right_shift",
+         "left_command"},
+        {"a", "b", "c", "f", "x", "mute", "volume_increment", "button3", "left_control",
+         "left_option"},
+        {"a", "b", "c", "f", "x", "mute", "button3", "left_shift", "right_option", "right_command"},
+    }};
+    const std::size_t device = which == 0 ? 0 : 1 + static_cast<std::size_t>(which % 2);
+    const auto key = static_cast<std::size_t>(below(10));
+    action(device == 0 ? computer_.keyboard : pads_[device - 1], KeyName(keys[device][key]));
   }
 
   void pressOrRelease(desk::Desk::DeviceId device, KeyName key) {
@@ -120,18 +117,23 @@ private:
     computer_.engine->setDeviceIgnored(paused, identity.vendorId, identity.productId);
   }
 
+  /// Singles, chords of modifiers and keys, chords of keys, and a modifier that is rewritten.
   void applyTable() {
-    const std::array<std::vector<CustomKey>, 2> tables{{
-        {{{"a"}, chordOutput({Modifier::command, Modifier::shift}, "z")},
-         {{"left_control", "f"}, keyOutput("v")},
-         {{"left_control", "left_option", "c"}, keyOutput("f5")}},
-        {{{"b"}, keyOutput("a")}, {{"f", "c"}, keyOutput("w")}, {{"x"}, keyOutput("up_arrow")}},
-    }};
-    const auto first = static_cast<std::size_t>(below(2));
+    const bool isFirst = below(2) == 0;
+    const auto table = [](bool first, std::string_view modifier, std::string_view other) {
+      if (first)
+        return std::vector<CustomKey>{
+            {{"a"}, chordOutput({Modifier::command, Modifier::shift}, "z")},
+            {{modifier, "f"}, keyOutput("v")},
+            {{modifier, other, "c"}, keyOutput("f5")}};
+      return std::vector<CustomKey>{
+          {{"b"}, keyOutput("a")}, {{"f", "c"}, keyOutput("w")}, {{"x"}, keyOutput("up_arrow")}};
+    };
     MappingSet portable = customSet({{{}, chordOutput({Modifier::command}, "c")}}, identityOf(1));
     portable.portable = true;
-    const std::vector sets{customSet(tables[first], identityOf(0)),
-                           customSet(tables[1 - first], identityOf(1)), portable};
+    const std::vector sets{customSet(table(isFirst, "left_control", "left_option"), identityOf(0)),
+                           customSet(table(!isFirst, "left_shift", "right_option"), identityOf(1)),
+                           portable};
     computer_.engine->applyAll(sets);
   }
 
