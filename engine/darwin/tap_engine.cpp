@@ -67,6 +67,7 @@ void TapEngine::startTap() {
     tapSource_ = darwin::CFRef<CFRunLoopSourceRef>::adopt(
         CFMachPortCreateRunLoopSource(kCFAllocatorDefault, tapPort_.get(), 0));
     CFRunLoopAddSource(CFRunLoopGetMain(), tapSource_.get(), kCFRunLoopCommonModes);
+    underWay_ = 0;
     debugLog("tap installed");
   }
   if (!CGEventTapIsEnabled(tapPort_.get())) CGEventTapEnable(tapPort_.get(), true);
@@ -122,11 +123,14 @@ void TapEngine::resolveSenders() {
 
 CGEventRef TapEngine::handle(CGEventType type, CGEventRef event) {
   if (type == kCGEventTapDisabledByTimeout || type == kCGEventTapDisabledByUserInput) {
-    keys_.becomeUncertain();
+    expectMissedReleases();
     startTap();
     return event;
   }
-  if (darwin::isOwn(event)) return event;
+  if (darwin::isOwn(event)) {
+    underWay_ = std::max(underWay_ - 1, 0);
+    return event;
+  }
   const std::int64_t sender = darwin::senderOf(event);
   if (!processor_.senders().contains(sender)) return event;
   auto described = darwin::translate(type, event, sender);
@@ -144,6 +148,23 @@ CGEventRef TapEngine::handle(CGEventType type, CGEventRef event) {
   CGEventRef result = carryOut(processor_.process(*described, now), event, *described);
   armDeadlineTimer();
   return result;
+}
+
+/// Events have gone past a tap that was disabled. What is held back is given as a short press,
+/// since its release may have been among them; so may that of a key that applications know as
+/// another.
+void TapEngine::expectMissedReleases() {
+  underWay_ = 0;
+  const PadKeys::Keys before(keys_.all());
+  replayAll(processor_.flush(Instant::max()));
+  for (const PadKeys::Key& earlier : before) {
+    PadKeys::Key* key = keys_.find(earlier.sender, earlier.name);
+    key->isUncertain = true;
+    if (earlier.deliveredAs == key->name) continue;
+    releaseDelivered(*key);
+    key->deliveredAs.reset();
+  }
+  armDeadlineTimer();
 }
 
 /// A key that is pressed afresh while it counts as down was released where the tap could not see
@@ -196,7 +217,7 @@ CGEventRef TapEngine::carryOut(const TapActions& actions, CGEventRef event,
         deliveredAs = rewrite->name;
       result = event;
     } else if (const auto* made = std::get_if<TapAction::Post>(&action.value)) {
-      darwin::post(*made->events, {});
+      underWay_ += darwin::post(*made->events, {});
     } else if (const auto* held = std::get_if<TapAction::Replay>(&action.value)) {
       replay(held->events);
     }
@@ -206,6 +227,8 @@ CGEventRef TapEngine::carryOut(const TapActions& actions, CGEventRef event,
   if (isDown(described.kind)) {
     if (result) key->deliveredAs = deliveredAs;
   } else {
+    // A release must not overtake a press that is still on its way.
+    if (key->isPosted && underWay_ > 0) result = nullptr;
     if (!result) releaseDelivered(*key);
     keys_.release(described.senderId, described.name);
   }
@@ -217,10 +240,12 @@ void TapEngine::replay(const TapEvents& events) {
   for (const TapEvent& event : events) {
     if (!isDown(event.kind))
       keys_.release(event.senderId, event.name);
-    else if (PadKeys::Key* key = keys_.find(event.senderId, event.name))
+    else if (PadKeys::Key* key = keys_.find(event.senderId, event.name)) {
       key->deliveredAs = event.name;
+      key->isPosted = true;
+    }
   }
-  darwin::post({events.begin(), events.size()}, heldModifiers());
+  underWay_ += darwin::post({events.begin(), events.size()}, heldModifiers());
 }
 
 /// Of the actions, those that give something back.
@@ -233,7 +258,7 @@ void TapEngine::replayAll(const TapActions& actions) {
 void TapEngine::releaseDelivered(const PadKeys::Key& key) {
   if (!key.deliveredAs) return;
   const std::array release{TapEvent{0, TapEvent::Kind::keyUp, *key.deliveredAs}};
-  darwin::post(release, heldModifiers());
+  underWay_ += darwin::post(release, heldModifiers());
 }
 
 /// After a change of what is remapped.

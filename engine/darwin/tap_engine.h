@@ -61,6 +61,7 @@ private:
   void resolveSenders();
   void settle();
   void releaseWhatWouldStay();
+  void expectMissedReleases();
   void releaseMissed(const TapEvent& press, Instant now);
   bool isReleaseInDisguise(const TapEvent& event);
   bool isKnownToBeDown(const TapEvent& event);
@@ -89,6 +90,7 @@ private:
   darwin::CFRef<CFRunLoopTimerRef> deadlineTimer_;
   std::optional<Instant> armedFor_; ///< when `deadlineTimer_` fires; none: there is no timer
   PadKeys keys_;
+  int underWay_ = 0; ///< events that were posted and have not come by the tap yet
 };
 
 } // namespace trellivar

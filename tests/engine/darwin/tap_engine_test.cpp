@@ -101,6 +101,17 @@ TEST_F(TapEngineTest, aChordKeyIsGivenBackWhileAMenuIsOpen) {
   EXPECT_EQ(heard(), "*left_control+");
 }
 
+TEST_F(TapEngineTest, aReleaseDoesNotOvertakeThePressThatIsGivenBack) {
+  computer.down(pad, "left_control");
+  // One report of the pad: another key goes down and the held one comes up.
+  computer.desk.press(pad, KeyName("x"));
+  computer.desk.release(pad, KeyName("left_control"));
+  computer.desk.queue().run();
+  EXPECT_EQ(heard(), "*left_control+ *x+(left_control) *left_control-");
+  computer.up(pad, "x");
+  EXPECT_EQ(heard(), "x-");
+}
+
 TEST_F(TapEngineTest, aModifierThatWasGivenBackStillHoldsForTheKeysThatFollow) {
   computer.down(pad, "left_control");
   computer.pass(0.6);
