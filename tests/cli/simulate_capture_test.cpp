@@ -191,35 +191,42 @@ TEST_F(SimulateCapture, tellsInWordsWhatWasHeard) {
             "again.\n");
 }
 
-/// Any steps that may come in each other's way.
+/// Steps that may come in each other's way.
 std::vector<std::string> anyScript(std::mt19937& random) {
-  const std::vector<std::string> steps{learn(1),
-                                       learn(2),
-                                       record(1),
-                                       record(3),
-                                       press(1),
-                                       press(2),
-                                       onCable,
-                                       overBluetooth,
-                                       away,
-                                       mode("P"),
-                                       mode("R"),
-                                       askStatus,
-                                       wait("0.05"),
-                                       wait("1"),
-                                       wait("12"),
-                                       wait("11.95"),
-                                       type(R"("a")"),
-                                       R"({"revoke":["inputMonitoring"]})",
-                                       R"({"grant":["inputMonitoring"]})"};
+  static const std::vector<std::string> steps{
+      learn(1),
+      learn(2),
+      record(1),
+      record(3),
+      press(1),
+      press(2),
+      R"({"press":[1,2,3],"stagger":0.1})",
+      R"({"press":[2,1],"hold":0.7})",
+      onCable,
+      overBluetooth,
+      away,
+      mode("P"),
+      mode("R"),
+      askStatus,
+      wait("0.05"),
+      wait("1"),
+      wait("11.95"),
+      type(R"("a")"),
+      type(R"("left_control","x")"),
+      R"({"bind":{"mode":"P","key":1,"output":{"modifiers":{"_0":["right_option"]}}}})",
+      R"({"bind":{"mode":"R","key":2,"output":{"chord":{"modifiers":["left_shift"],"key":{"keyCode":"k"}}}}})",
+      R"({"revoke":["inputMonitoring"]})",
+      R"({"grant":["inputMonitoring","accessibility"]})",
+      R"({"revoke":["accessibility"]})",
+      R"({"disableTap":"timeout"})"};
   std::vector<std::string> script;
-  for (int i = 0; i < 12; ++i)
+  for (int i = 0; i < 14; ++i)
     script.push_back(steps[random() % steps.size()]);
   return script;
 }
 
 TEST_F(SimulateCapture, everyStepThatReportsReportsOnceWhateverComesInItsWay) {
-  std::mt19937 random(20260131); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same scripts each time
+  std::mt19937 random(20260131); // NOLINT(cert-msc*): the same scripts each time
   for (int round = 0; round < 200 && !HasFailure(); ++round) {
     const Script script = anyScript(random);
     const Simulation simulation = play(script);
