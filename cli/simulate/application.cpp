@@ -79,7 +79,6 @@ void Application::endActiveCapture() {
   ++captureToken_;
   if (learning_) machine_.engine.setDeviceIgnored(false, learning_->vendorId, learning_->productId);
   learning_.reset();
-  isCapturing_ = false;
 }
 
 std::string Application::mode() const {
@@ -110,21 +109,30 @@ void Application::setPortableModes(std::set<std::string> modes) {
   applyAllModes();
 }
 
+template <class Result>
+auto Application::awaited(std::function<void(const Outcome<Result>&)> completion) {
+  ++awaited_;
+  return [this, completion = std::move(completion)](const Outcome<Result>& outcome) {
+    --awaited_;
+    completion(outcome);
+  };
+}
+
 void Application::learn(int key, Learned completion) {
-  isCapturing_ = true;
   learning_ = device_.identity();
   machine_.engine.setDeviceIgnored(true, device_.vendorId, device_.productId);
-  attemptLearn({key, captureToken_, capturePeriods}, std::move(completion));
+  attemptLearn({key, captureToken_, capturePeriods}, awaited(std::move(completion)));
 }
 
 void Application::attemptLearn(Attempt attempt, Learned completion) {
-  captureWork_ = machine_.desk.queue().asyncAfter(
+  std::erase_if(captureWork_, [](const WorkItem& work) { return !work.isPending(); });
+  captureWork_.push_back(machine_.desk.queue().asyncAfter(
       learnReleaseDelay, [this, attempt, completion = std::move(completion)] {
         machine_.capturer.capture(learnPeriod,
                                   [=, this](const std::vector<DeviceKeyEvent>& events) mutable {
                                     heard(attempt, events, std::move(completion));
                                   });
-      });
+      }));
 }
 
 void Application::heard(Attempt attempt, const std::vector<DeviceKeyEvent>& events,
@@ -154,8 +162,7 @@ void Application::keep(int key, const KeySignature& signature) {
 }
 
 void Application::record(int key, Recorded completion) {
-  isCapturing_ = true;
-  attemptRecord({key, captureToken_, capturePeriods}, std::move(completion));
+  attemptRecord({key, captureToken_, capturePeriods}, awaited(std::move(completion)));
 }
 
 void Application::attemptRecord(Attempt attempt, Recorded completion) {

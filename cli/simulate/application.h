@@ -52,8 +52,8 @@ public:
   using Recorded = std::function<void(const Outcome<Output>&)>;
   void learn(int key, Learned completion);
   void record(int key, Recorded completion);
-  /// A capture is running or about to.
-  bool isCapturing() const noexcept { return isCapturing_; }
+  /// Somebody has not been told yet what came of learning or recording.
+  bool isCapturing() const noexcept { return awaited_ > 0; }
 
   /// The pad's firmware holds the bindings of these modes.
   void setPortableModes(std::set<std::string> modes);
@@ -69,6 +69,8 @@ private:
     int token = 0;
     int periodsLeft = 0;
   };
+  /// `completion`, which is counted until it is called.
+  template <class Result> auto awaited(std::function<void(const Outcome<Result>&)> completion);
   void attemptLearn(Attempt attempt, Learned completion);
   void heard(Attempt attempt, const std::vector<DeviceKeyEvent>& events, Learned completion);
   void keep(int key, const KeySignature& signature);
@@ -82,12 +84,12 @@ private:
   std::set<std::string> portableModes_;
   TrellivarDevice device_;
   std::vector<ConnectedDevice> connected_; ///< the pads among the attached devices
-  bool isCapturing_ = false;
+  int awaited_ = 0;                        ///< completions that have not been called
   int captureToken_ = 0;                   ///< of the captures that are still wanted
   std::optional<DeviceIdentity> learning_; ///< the pad that the engine leaves alone meanwhile
   std::shared_ptr<void> hotplugCallback_;
   WorkItem pollWork_;
-  WorkItem captureWork_;
+  std::vector<WorkItem> captureWork_; ///< several, while one capture takes over from another
 };
 
 } // namespace trellivar::cli::simulate
