@@ -10,9 +10,6 @@ namespace trellivar::desk {
 
 namespace {
 
-/// Of all modifiers and of caps lock, side-independent and side-specific.
-constexpr std::uint64_t modifierFlags = 0x1F207F;
-
 bool sees(const EventStream::Tap& tap, const InputEvent& event) {
   return event.type < 64 && (tap.mask >> event.type & 1U) != 0;
 }
