@@ -14,7 +14,7 @@ InterruptibleClock::InterruptibleClock() {
   isInterrupted = 0;
   ::sigaction(SIGINT, nullptr, &before_);
   if (before_.sa_handler == SIG_IGN) return;
-  // Without SA_RESTART, so that the signal ends a sleep.
+  // Without SA_RESTART, so that the signal interrupts a sleep.
   struct sigaction noting {};
   noting.sa_handler = noteInterruption;
   ::sigemptyset(&noting.sa_mask);
@@ -27,5 +27,7 @@ void InterruptibleClock::sleep(Seconds duration) {
   if (isInterrupted == 0) SystemLinkClock::sleep(duration);
   if (isInterrupted != 0) throw Interrupted();
 }
+
+bool InterruptibleClock::sleepsOn() const { return isInterrupted == 0; }
 
 } // namespace trellivar::cli

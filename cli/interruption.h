@@ -22,6 +22,8 @@ public:
   void sleep(Seconds duration) override;
 
 private:
+  bool sleepsOn() const override;
+
   struct sigaction before_ {};
 };
 

@@ -1,7 +1,8 @@
 #include "engine/link_clock.h"
 
+#include <cerrno>
 #include <chrono>
-#include <ctime> // nanosleep, which a signal ends
+#include <ctime> // nanosleep, which a signal interrupts
 
 namespace trellivar {
 
@@ -16,7 +17,8 @@ void SystemLinkClock::sleep(Seconds duration) {
   timespec time{};
   time.tv_sec = whole.count();
   time.tv_nsec = rest.count();
-  ::nanosleep(&time, nullptr);
+  while (::nanosleep(&time, &time) != 0 && errno == EINTR && sleepsOn()) {
+  }
 }
 
 } // namespace trellivar

@@ -12,7 +12,7 @@ public:
 
   /// Monotonic; the origin is the clock's own.
   virtual Instant now() = 0;
-  /// Blocks the calling thread. May return early when a signal arrives.
+  /// Blocks the calling thread for all of the duration, unless it throws.
   virtual void sleep(Seconds duration) = 0;
 
 protected:
@@ -26,6 +26,10 @@ class SystemLinkClock : public LinkClock {
 public:
   Instant now() override;
   void sleep(Seconds duration) override;
+
+protected:
+  /// Asked whenever a signal has interrupted `sleep`: whether to sleep for what remains.
+  virtual bool sleepsOn() const { return true; }
 };
 
 } // namespace trellivar

@@ -13,34 +13,34 @@ using namespace std::chrono_literals;
 
 constexpr Seconds framePause = 30ms;
 constexpr Seconds idlePause = 15ms;
-constexpr Seconds longestWaitForRoom = 3s;
 
 /// What happens between opening a port and closing it.
 class Exchange {
 public:
   Exchange(SerialPort& port, LinkClock& clock) : port_(port), clock_(clock) {}
 
-  /// Whether the port took all bytes.
-  bool write(std::string_view bytes) {
-    while (!bytes.empty()) {
-      const auto taken = port_.write(bytes);
-      if (!taken) return false;
-      bytes.remove_prefix(*taken);
-      if (*taken == 0 && !waitForRoom()) return false;
-    }
-    return true;
-  }
-
+  /// Whether the port took all bytes. Waiting for room is part of the pause, never in addition.
   bool writeFrame(std::string_view frame) {
-    if (!write(frame)) return false;
-    clock_.sleep(framePause);
-    return true;
+    Seconds pause = framePause;
+    const bool isTaken = write(frame, [&] {
+      if (pause <= Seconds(0)) return false;
+      clock_.sleep(idlePause);
+      pause -= idlePause;
+      return true;
+    });
+    if (isTaken) clock_.sleep(pause);
+    return isTaken;
   }
 
   std::optional<Orlo3Reply> request(std::string_view line, double timeoutSeconds) {
     port_.discardInput();
-    if (!write(line)) return std::nullopt;
     const Instant deadline = clock_.now() + Seconds(timeoutSeconds);
+    const bool isTaken = write(line, [&] {
+      if (clock_.now() >= deadline) return false;
+      clock_.sleep(idlePause);
+      return true;
+    });
+    if (!isTaken) return std::nullopt;
     std::string arrived;
     while (clock_.now() < deadline) {
       const std::string bytes = port_.read();
@@ -59,16 +59,19 @@ public:
   }
 
 private:
-  bool waitForRoom() {
-    if (waitedForRoom_ >= longestWaitForRoom) return false;
-    clock_.sleep(idlePause);
-    waitedForRoom_ += idlePause;
+  /// Whether the port took all bytes; `waitForRoom` tells whether there was time left to wait.
+  template <typename WaitForRoom> bool write(std::string_view bytes, WaitForRoom waitForRoom) {
+    while (!bytes.empty()) {
+      const auto taken = port_.write(bytes);
+      if (!taken) return false;
+      bytes.remove_prefix(*taken);
+      if (*taken == 0 && !waitForRoom()) return false;
+    }
     return true;
   }
 
   SerialPort& port_;
   LinkClock& clock_;
-  Seconds waitedForRoom_{0};
 };
 
 } // namespace

@@ -20,11 +20,13 @@ namespace trellivar {
 /// The pad acknowledges no command: the reply to the last firmware query is the only confirmation
 /// of a write. It alone would not tell that the computer's side of the port swallowed half a
 /// frame, so the link sees to that itself: what the port does not take at once is offered again
-/// for up to three seconds in the whole call. If a frame cannot be handed over completely,
-/// `writeMacros` stops there with `HealthCheckFailed`, and a query counts as unanswered.
+/// every 15 ms, for a frame as long as its pause lasts, for a query until its deadline. If a frame
+/// cannot be handed over completely, `writeMacros` stops there with `HealthCheckFailed`, and a
+/// query counts as unanswered.
 ///
-/// A call takes at most 150 ms, three seconds for each query, 30 ms for each frame, and those three
-/// seconds.
+/// Waiting for room thus takes no time of its own: a `query` takes at most 150 ms and its timeout,
+/// a `writeMacros` 150 ms, three seconds for each of its two queries, and 30 ms for each frame. A
+/// deadline is noticed up to 15 ms late.
 class Orlo3SerialLink final : public Orlo3Linking {
 public:
   using Discover = std::function<std::optional<std::string>()>;

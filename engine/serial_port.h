@@ -10,7 +10,8 @@
 
 namespace trellivar {
 
-/// An open serial port; it is closed when the object goes. No function ever waits.
+/// An open serial port. When the object goes, the port is closed, and what the pad has not taken by
+/// then is forgotten. No function ever waits.
 class SerialPort {
 public:
   static constexpr std::size_t longestRead = 512;

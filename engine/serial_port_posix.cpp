@@ -27,17 +27,14 @@ bool isPassing(int error) { return error == EINTR || error == EAGAIN || error ==
 class PosixSerialPort final : public SerialPort {
 public:
   explicit PosixSerialPort(FileDescriptor port) : port_(std::move(port)) {}
-  /// Closing waits for what the pad has not taken, half a minute on some systems; a port that did
-  /// not take everything will not take the rest either.
-  ~PosixSerialPort() override {
-    if (isStuck_) ::tcflush(port_.get(), TCOFLUSH);
-  }
+  /// Closing waits for what the pad has not taken, half a minute on some systems. After a reply
+  /// nothing is left, and a pad that sends none will not take the rest either.
+  ~PosixSerialPort() override { ::tcflush(port_.get(), TCOFLUSH); }
 
   void discardInput() override { ::tcflush(port_.get(), TCIFLUSH); }
 
   std::optional<std::size_t> write(std::string_view bytes) override {
     const ssize_t taken = ::write(port_.get(), bytes.data(), bytes.size());
-    isStuck_ = taken < static_cast<ssize_t>(bytes.size());
     if (taken >= 0) return static_cast<std::size_t>(taken);
     if (isPassing(errno)) return 0;
     return std::nullopt;
@@ -51,7 +48,6 @@ public:
 
 private:
   FileDescriptor port_;
-  bool isStuck_ = false;
 };
 
 void configure(int port, LinkClock& clock) {
@@ -71,9 +67,10 @@ void configure(int port, LinkClock& clock) {
 
 std::unique_ptr<SerialPort> openSerialPort(const std::string& path, LinkClock& clock) {
   FileDescriptor port(::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+  const int error = errno;
   if (!port.isOpen())
     throw Orlo3Error(
-        Orlo3Error::Io{"open " + path + ": " + std::generic_category().message(errno)});
+        Orlo3Error::Io{"open " + path + ": " + std::generic_category().message(error)});
   configure(port.get(), clock);
   return std::make_unique<PosixSerialPort>(std::move(port));
 }

@@ -22,7 +22,7 @@ using Reply = std::optional<Orlo3Reply>;
 
 const std::string firmwareQuery = R"({"o":"get","t":"firmware"})";
 
-/// A command for a key that taps one letter: 131 bytes, three frames.
+/// A command for a key that taps one letter: 139 bytes, three frames.
 std::string command(int key, const std::string& mode = "P") {
   const MacroEvent steps[] = {
       {MacroEvent::Down{"A", 65}}, {MacroEvent::Wait{30}}, {MacroEvent::Up{"A", 65}}};
@@ -191,6 +191,65 @@ TEST(SerialLink, tellsAboutEachFrameBeforeItIsWritten) {
   pad.link.writeMacros({"   ", command(1)});
   EXPECT_EQ(seen, (std::vector<std::vector<std::size_t>>{
                       {0, 1, 1, 1}, {1, 1, 3, 2}, {1, 2, 3, 3}, {1, 3, 3, 4}}));
+}
+
+/// Brings one text a read, each after a millisecond, and in the end nothing or the last for ever.
+class ScriptedPort : public SerialPort {
+public:
+  ScriptedPort(LinkClock& clock, Lines texts, bool repeatsTheLast)
+      : clock_(clock), texts_(std::move(texts)), repeatsTheLast_(repeatsTheLast) {}
+  void discardInput() override {}
+  std::optional<std::size_t> write(std::string_view bytes) override { return bytes.size(); }
+  std::string read() override {
+    if (next_ == texts_.size()) return {};
+    clock_.sleep(Seconds(0.001));
+    const bool stays = repeatsTheLast_ && next_ + 1 == texts_.size();
+    return texts_[stays ? next_ : next_++];
+  }
+
+private:
+  LinkClock& clock_;
+  Lines texts_;
+  bool repeatsTheLast_;
+  std::size_t next_ = 0;
+};
+
+class ScriptedReplies : public testing::Test {
+protected:
+  Reply query(const Lines& texts, bool repeatsTheLast = false) {
+    Orlo3SerialLink link([] { return "/dev/pad"; }, clock_,
+                         [&](const std::string&) {
+                           return std::make_unique<ScriptedPort>(clock_, texts, repeatsTheLast);
+                         });
+    return link.query(firmwareQuery, 3);
+  }
+  void expectTheWholeTime() {
+    EXPECT_GE(clock_.elapsed().count(), 3 - 1e-6);
+    EXPECT_LE(clock_.elapsed().count(), 3 + 0.015 + 1e-6);
+  }
+
+  VirtualClock clock_;
+  const std::string good_ = R"({"o":"get","t":"firmware","v":"2"})";
+};
+
+TEST_F(ScriptedReplies, aReplyInPiecesIsTakenWithItsLastBrace) {
+  EXPECT_EQ(query({"{\"o\":", "\"get\",\"v\"", ":\"2\"}", "}"}), (Reply{{"get", "", "2"}}));
+  EXPECT_NEAR(clock_.elapsed().count(), 0.003, 1e-6);
+}
+
+TEST_F(ScriptedReplies, whatCameBeforeAGoodReplyStillCounts) {
+  EXPECT_EQ(query({R"({"t":"firmware","v":"1"})", good_}), std::nullopt)
+      << "two objects are no reply, in one read or in two";
+  expectTheWholeTime();
+}
+
+TEST_F(ScriptedReplies, garbageThatKeepsComingEndsWithTheTime) {
+  EXPECT_EQ(query({"{boot}{"}, true), std::nullopt);
+  expectTheWholeTime();
+}
+
+TEST_F(ScriptedReplies, garbageWithoutBracesIsNoHindrance) {
+  EXPECT_EQ(query({"boot", " ok\r\n", good_}), (Reply{{"get", "firmware", "2"}}));
 }
 
 /// Ends what is going on after some time, as a user may.

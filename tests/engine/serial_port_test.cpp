@@ -154,6 +154,19 @@ TEST_F(SerialPortTest, isBrokenOnceTheOtherEndIsGone) {
   port->discardInput();
 }
 
+TEST_F(SerialPortTest, whatThePadHasNotTakenIsForgottenOnClosing) {
+  constexpr std::size_t moreThanTheFarEndHolds = 6000;
+  ASSERT_EQ(::fcntl(master_.get(), F_SETFL, O_NONBLOCK), 0);
+  auto port = open();
+  ASSERT_EQ(port->write(std::string(moreThanTheFarEndHolds, 'x')), moreThanTheFarEndHolds);
+  port = nullptr;
+  std::size_t arrived = 0;
+  std::array<char, 512> buffer{};
+  for (ssize_t size = 0; (size = ::read(master_.get(), buffer.data(), buffer.size())) > 0;)
+    arrived += static_cast<std::size_t>(size);
+  EXPECT_LT(arrived, moreThanTheFarEndHolds);
+}
+
 TEST_F(SerialPortTest, closesItsDescriptorAndLeavesItToNoChild) {
   const auto before = openDescriptors();
   {

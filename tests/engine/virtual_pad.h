@@ -35,7 +35,8 @@ private:
 struct PortFaults {
   std::size_t mostPerWrite = std::numeric_limits<std::size_t>::max();
   std::size_t room = std::numeric_limits<std::size_t>::max(); ///< for bytes that the pad leaves
-  Seconds fullUntil{0};                                       ///< takes nothing before this time
+  Seconds fullFrom{0};                                        ///< takes nothing from this time on
+  Seconds fullUntil{0};                                       ///< and before this one
   std::optional<int> failsFrom = {}; ///< the write, counted from 1, from which on none succeeds
 };
 
@@ -78,11 +79,10 @@ public:
     ++record_.attempts;
     if (pad_.isUnplugged() || (faults_.failsFrom && record_.attempts >= *faults_.failsFrom))
       return std::nullopt;
-    if (clock_.now().time_since_epoch() < faults_.fullUntil) return 0;
+    const Seconds time = clock_.now().time_since_epoch();
+    if (time >= faults_.fullFrom && time < faults_.fullUntil) return 0;
     const std::size_t taken = std::min({bytes.size(), faults_.mostPerWrite, room()});
-    if (taken > 0)
-      record_.writes.push_back(
-          {clock_.now().time_since_epoch().count(), std::string(bytes.substr(0, taken))});
+    if (taken > 0) record_.writes.push_back({time.count(), std::string(bytes.substr(0, taken))});
     unread_ += bytes.substr(0, taken);
     const std::size_t eaten = std::min(unread_.size(), pad_.appetite());
     for (std::string& text : pad_.receive(unread_.substr(0, eaten)))
