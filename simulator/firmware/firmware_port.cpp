@@ -23,7 +23,8 @@ using std::chrono::milliseconds;
 /// Much longer than a sender pauses between two frames.
 constexpr milliseconds quiet = 500ms;
 constexpr milliseconds forever = -1ms;
-constexpr milliseconds betweenSplinters = 1ms;
+/// Longer than a link waits between two reads.
+constexpr milliseconds betweenSplinters = 20ms;
 
 [[noreturn]] void fail(const char* what) {
   throw std::system_error(errno, std::generic_category(), what);
@@ -57,6 +58,19 @@ FileDescriptor openSlave(const std::string& path) {
   ::cfmakeraw(&attributes);
   if (::tcsetattr(slave.get(), TCSANOW, &attributes) != 0) fail("tcsetattr");
   return slave;
+}
+
+/// A signal neither ends the waiting nor prolongs it.
+int poll(pollfd* waited, nfds_t size, milliseconds timeout) {
+  const auto begin = std::chrono::steady_clock::now();
+  milliseconds left = timeout;
+  while (true) {
+    const int count = ::poll(waited, size, static_cast<int>(left.count()));
+    if (count >= 0 || errno != EINTR) return count;
+    if (timeout == forever) continue;
+    const auto passed = std::chrono::steady_clock::now() - begin;
+    left = std::max(0ms, timeout - std::chrono::floor<milliseconds>(passed));
+  }
 }
 
 std::pair<FileDescriptor, FileDescriptor> makePipe() {
@@ -111,19 +125,19 @@ FirmwarePort::Event FirmwarePort::answer() {
   const ssize_t size =
       ::read(master_.get(), buffer.data(), std::min(buffer.size(), pad_.appetite()));
   if (size <= 0) return Event::timeout;
-  const milliseconds pause =
-      pad_.faults().repliesByteByByte ? betweenSplinters : pad_.faults().delay;
+  milliseconds pause = pad_.faults().delay;
   for (const std::string& text : pad_.receive({buffer.data(), static_cast<std::size_t>(size)})) {
     if (pause > 0ms && waitFor(false, pause) == Event::end) return Event::end;
     [[maybe_unused]] const ssize_t sent = ::write(master_.get(), text.data(), text.size());
+    if (pad_.faults().repliesByteByByte) pause = betweenSplinters;
   }
   return Event::bytes;
 }
 
 FirmwarePort::Event FirmwarePort::waitFor(bool wantsBytes, milliseconds timeout) const {
   std::array<pollfd, 2> waited{{{endReader_.get(), POLLIN, 0}, {master_.get(), POLLIN, 0}}};
-  const int count = ::poll(waited.data(), wantsBytes ? 2 : 1, static_cast<int>(timeout.count()));
-  if (waited[0].revents != 0) return Event::end;
+  const int count = poll(waited.data(), wantsBytes ? 2 : 1, timeout);
+  if (count < 0 || waited[0].revents != 0) return Event::end;
   return count > 0 ? Event::bytes : Event::timeout;
 }
 
