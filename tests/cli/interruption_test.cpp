@@ -1,4 +1,5 @@
 #include "tests/cli/pad_fixture.h"
+#include "tests/support/eventually.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -11,6 +12,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <optional>
 #include <sstream>
 #include <streambuf>
 #include <thread>
@@ -57,8 +59,7 @@ protected:
   /// Presses Ctrl-C as soon as the pad has answered so often.
   Answer interruptedOnceAnswered(int count) const {
     std::thread user([&] {
-      while (pad().counts().answered < count)
-        std::this_thread::yield();
+      EXPECT_TRUE(eventually([&] { return pad().counts().answered >= count; }));
       ::kill(::getpid(), SIGINT);
     });
     const Answer answer = write();
@@ -169,23 +170,33 @@ public:
 
   void interrupt() const { ::kill(process_, SIGINT); }
 
-  /// Everything on its terminal until the end.
+  /// Whether it has ended by itself.
+  bool isOver() {
+    if (process_ > 0 && ::waitpid(process_, &status_, WNOHANG) == process_) process_ = 0;
+    return process_ <= 0;
+  }
+  /// Everything on its terminal until the end, or until nothing has come for long.
   std::string shown() const {
     std::string text;
     std::array<char, 256> chunk{};
-    for (ssize_t size = 0; (size = ::read(master_.get(), chunk.data(), chunk.size())) > 0;)
+    pollfd waited{master_.get(), POLLIN, 0};
+    while (::poll(&waited, 1, 10'000) == 1) {
+      const ssize_t size = ::read(master_.get(), chunk.data(), chunk.size());
+      if (size <= 0) break;
       text.append(chunk.data(), static_cast<std::size_t>(size));
+    }
     return text;
   }
-  int exitStatus() {
-    int status = 0;
-    ::waitpid(std::exchange(process_, 0), &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+  /// None while it runs.
+  std::optional<int> exitStatus() const {
+    if (process_ > 0) return std::nullopt;
+    return WIFEXITED(status_) ? WEXITSTATUS(status_) : -WTERMSIG(status_);
   }
 
 private:
   FileDescriptor master_;
   pid_t process_;
+  int status_ = 0;
 };
 
 class InterruptedProgram : public PadTest {};
@@ -193,10 +204,11 @@ class InterruptedProgram : public PadTest {};
 TEST_F(InterruptedProgram, saysWhatThePadMayHoldAndLeavesAPortThatWorks) {
   const std::string list = letters(60); // more than five seconds
   WritingProgram program(port(), list);
-  while (pad().counts().stored < 3)
-    std::this_thread::yield();
+  EXPECT_TRUE(eventually([&] { return pad().counts().stored >= 3 || program.isOver(); }));
+  ASSERT_EQ(program.exitStatus(), std::nullopt) << program.shown();
   program.interrupt();
   const std::string shown = program.shown();
+  EXPECT_TRUE(eventually([&] { return program.isOver(); }));
   EXPECT_EQ(program.exitStatus(), 1);
   EXPECT_NE(shown.find("\r\x1b[KWriting mode P, key 3: frame 3 of 3"), std::string::npos) << shown;
   const std::string end = "\r\x1b[K" + std::string(interrupted);
