@@ -50,6 +50,7 @@ public:
   IOReturn openResult() const noexcept { return openResult_; }
 
 private:
+  IOReturn open(const Matching& matching);
   static void received(void* context, IOReturn result, void* sender, IOHIDValueRef value);
   bool isRepeated(IOHIDDeviceRef device);
 
@@ -60,8 +61,8 @@ private:
 
   Callback callback_;
   CFRef<IOHIDManagerRef> manager_;
-  IOReturn openResult_ = kIOReturnSuccess;
   std::vector<Heard> heard_;
+  IOReturn openResult_; ///< opening may bring values already: the last to be initialised
 };
 
 } // namespace trellivar::darwin

@@ -67,7 +67,7 @@ void IOKitKeyCapturer::handle(const darwin::HIDInput& input) {
   const bool isDown = captured->event.phase == KeyEvent::Phase::down;
   held_ = isDown ? held_ + 1 : std::max(held_ - 1, 0);
   logEvent(*captured, held_);
-  events_.push_back(*std::move(captured));
+  events_.push_back(*captured);
 
   if (held_ == 0)
     settleWork_ = queue_.asyncAfter(settleInterval, [this] { finish(); });

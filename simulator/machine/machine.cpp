@@ -36,7 +36,7 @@ std::optional<std::vector<MacroEvent>> Machine::macro(std::string_view mode, int
 }
 
 std::string Machine::calloutPath() {
-  if (!port_) port_.emplace(firmware);
+  if (!port) port.emplace(firmware);
   return std::string(calloutDevice);
 }
 
@@ -47,7 +47,7 @@ Orlo3SerialLink Machine::link(LinkClock& clock) {
 
 /// Behind the device file that the desk names stands a pseudo-terminal of another name.
 std::unique_ptr<SerialPort> Machine::open(const std::string& path, LinkClock& clock) const {
-  return openSerialPort(path == calloutDevice && port_ ? port_->path() : path, clock);
+  return openSerialPort(path == calloutDevice && port ? port->path() : path, clock);
 }
 
 } // namespace trellivar::desk
