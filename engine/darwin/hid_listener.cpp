@@ -67,7 +67,7 @@ HIDListener::~HIDListener() {
 }
 
 void HIDListener::received(void* context, IOReturn /*result*/, void* /*sender*/,
-                           IOHIDValueRef value) {
+                           IOHIDValueRef value) noexcept {
   auto& self = *static_cast<HIDListener*>(context);
   IOHIDElementRef element = IOHIDValueGetElement(value);
   IOHIDDeviceRef device = IOHIDElementGetDevice(element);

@@ -51,7 +51,7 @@ public:
 
 private:
   IOReturn open(const Matching& matching);
-  static void received(void* context, IOReturn result, void* sender, IOHIDValueRef value);
+  static void received(void* context, IOReturn result, void* sender, IOHIDValueRef value) noexcept;
   bool isRepeated(IOHIDDeviceRef device);
 
   struct Heard {

@@ -303,6 +303,27 @@ TEST_F(PostedOutputTest, aMouseButtonIsPressedWhereThePointerIs) {
   }
 }
 
+TEST_F(PostedOutputTest, mediaKeysAndButtonsCarryTheModifiersOfTheirOutputToo) {
+  for (const Key& key : {Key{KeyName("mute"), Key::Kind::consumerKeyCode},
+                         Key{KeyName("button3"), Key::Kind::pointingButton}}) {
+    const auto events = posted({Output::Chord{{Modifier::option}, key}});
+    ASSERT_EQ(events.size(), 4U);
+    EXPECT_EQ(events[1].flags & 0x1F20FF, 0x80020U) << key.keyCode.text();
+    EXPECT_EQ(events[2].flags & 0x1F20FF, 0x80020U) << key.keyCode.text();
+  }
+}
+
+TEST_F(PostedOutputTest, nothingThatIsHeldElsewhereGetsIntoAnOutput) {
+  computer.desk.events().setHardwareFlags(0x20002 | InputEvent::secondaryFn); // shift and fn
+  for (const Key& key :
+       {Key{KeyName("c"), Key::Kind::keyCode}, Key{KeyName("mute"), Key::Kind::consumerKeyCode},
+        Key{KeyName("button3"), Key::Kind::pointingButton}}) {
+    for (const InputEvent& event : posted({Output::Chord{{}, key}}))
+      EXPECT_EQ(event.flags & (0x1F20FF | InputEvent::secondaryFn), 0U) << key.keyCode.text();
+    computer.desk.events().setHardwareFlags(0x20002 | InputEvent::secondaryFn);
+  }
+}
+
 TEST_F(PostedOutputTest, aKeyThatCannotBePostedIsLeftOut) {
   EXPECT_EQ(posted(keyOutput("fast_forward")).size(), 0U);
   EXPECT_EQ(
@@ -455,7 +476,7 @@ TEST_F(TapEngineTest, anEngineThatGoesWhileAKeyIsHeldBackLeavesNothingBehind) {
   computer.engine.reset();
   EXPECT_EQ(computer.platform.scheduledTimers(), 0U);
   computer.pass(1);
-  EXPECT_EQ(heard(), "");
+  EXPECT_EQ(heard(), "*left_control+ *left_control-") << "the press is not lost";
   computer.tap(pad, "a");
   EXPECT_EQ(heard(), "a+(left_control) a-(left_control)");
 }
