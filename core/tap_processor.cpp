@@ -160,6 +160,14 @@ const TapActions& TapProcessor::flush(Instant now) {
   return result_;
 }
 
+const TapActions& TapProcessor::flushUnhandled() {
+  result_.clear();
+  for (auto& [id, sender] : states_) {
+    if (sender.state.isHolding() && !handles(id)) replayHold(sender);
+  }
+  return result_;
+}
+
 std::optional<Instant> TapProcessor::earliestDeadline() const noexcept {
   std::optional<Instant> earliest;
   for (const Sender* sender : holding_) {

@@ -66,6 +66,14 @@ public:
   /// only. The result is valid until the next call of a non-const member.
   const TapActions& flush(Instant now);
 
+  /// Replays at once what is held of senders whose events are no longer looked at: their releases
+  /// pass, and would overtake it. Senders in ascending order; replay actions only. The result is
+  /// valid until the next call of a non-const member.
+  const TapActions& flushUnhandled();
+
+  /// Whether events of this sender are looked at: it is known, has bindings and is not paused.
+  bool handles(std::int64_t senderId) const noexcept { return active_.find(senderId) != nullptr; }
+
   /// The name under which applications would see the release of a key that is down, if it came now;
   /// none: it would be swallowed. Nothing changes.
   std::optional<KeyName> releasedAs(std::int64_t senderId, KeyName name) const;

@@ -45,7 +45,7 @@ KeyName nameIn(std::span<const UsageName> table, std::uint32_t usage) {
   for (const UsageName& row : table) {
     if (row.usage == usage) return KeyName(row.name);
   }
-  return KeyName();
+  return {};
 }
 
 KeyName character(char first, std::uint32_t offset) {

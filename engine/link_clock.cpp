@@ -1,8 +1,7 @@
 #include "engine/link_clock.h"
 
-#include <time.h> // nanosleep, which a signal ends
-
 #include <chrono>
+#include <ctime> // nanosleep, which a signal ends
 
 namespace trellivar {
 

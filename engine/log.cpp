@@ -12,10 +12,10 @@ namespace trellivar {
 namespace {
 
 std::string utc(std::chrono::system_clock::time_point time) {
-  using namespace std::chrono;
-  const auto day = floor<days>(time);
-  const year_month_day date(day);
-  const hh_mm_ss clock(floor<seconds>(time - day));
+  namespace chrono = std::chrono;
+  const auto day = chrono::floor<chrono::days>(time);
+  const chrono::year_month_day date(day);
+  const chrono::hh_mm_ss clock(chrono::floor<chrono::seconds>(time - day));
   std::array<char, 64> text{};
   std::snprintf(text.data(), text.size(), "%04d-%02u-%02u %02d:%02d:%02d +0000",
                 static_cast<int>(date.year()), static_cast<unsigned>(date.month()),

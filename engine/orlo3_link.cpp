@@ -6,22 +6,14 @@
 
 namespace trellivar {
 
-namespace {
-
-struct Description {
-  const char* operator()(const Orlo3Error::Io& io) const { return io.message.c_str(); }
-  const char* operator()(Orlo3Error::NoPort) const { return "no serial port of the pad"; }
-  const char* operator()(Orlo3Error::Dormant) const { return "the pad does not answer"; }
-  const char* operator()(Orlo3Error::HealthCheckFailed) const {
-    return "the pad stopped answering while it was written";
-  }
-};
-
-} // namespace
-
 Orlo3Error::Orlo3Error(Case value) : value_(std::move(value)) {}
 
-const char* Orlo3Error::what() const noexcept { return std::visit(Description{}, value_); }
+const char* Orlo3Error::what() const noexcept {
+  if (const auto* io = std::get_if<Io>(&value_)) return io->message.c_str();
+  if (is<NoPort>()) return "no serial port of the pad";
+  if (is<Dormant>()) return "the pad does not answer";
+  return "the pad stopped answering while it was written";
+}
 
 std::string Orlo3Linking::writeMacros(const std::vector<std::string>& lines) {
   if (!query(Orlo3Protocol::firmwareQuery, firmwareTimeoutSeconds))

@@ -19,6 +19,8 @@ public:
     DeviceIdentity device; ///< of the sender
     KeyName name;
     std::optional<KeyName> deliveredAs; ///< none: applications have not seen it
+    bool isPosted = false;              ///< applications got its press from the engine
+    bool isUncertain = false;           ///< its release may have gone by unseen
   };
   using Keys = InlineVector<Key, 8>;
 
@@ -33,7 +35,7 @@ public:
   /// Nothing changes if the key is down already.
   Key& press(std::int64_t sender, DeviceIdentity device, KeyName name) {
     if (Key* key = find(sender, name)) return *key;
-    keys_.push_back({sender, device, name, std::nullopt});
+    keys_.push_back({.sender = sender, .device = device, .name = name, .deliveredAs = {}});
     return keys_.back();
   }
 

@@ -75,14 +75,17 @@ Event build(const TapEvent& described, Flags& flags) {
 
 } // namespace
 
-void post(std::span<const TapEvent> events, const ModifierContext& context) {
+int post(std::span<const TapEvent> events, const ModifierContext& context) {
+  int count = 0;
   Flags flags(context);
   for (const TapEvent& described : events) {
     const Event event = build(described, flags);
     if (!event) continue;
     CGEventSetIntegerValueField(event.get(), kCGEventSourceUserData, marker);
     CGEventPost(kCGHIDEventTap, event.get());
+    ++count;
   }
+  return count;
 }
 
 } // namespace trellivar::darwin

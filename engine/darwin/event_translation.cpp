@@ -75,13 +75,13 @@ bool isRepeat(CGEventType type, CGEventRef event) {
   return data && isAuxRepeat(data->data1);
 }
 
-bool rewriteModifier(CGEventRef event, KeyName newName) {
+bool rewriteModifier(CGEventRef event, KeyName newName, bool isPress) {
   const auto oldName = keyName(event);
   if (!oldName || !isModifier(*oldName) || !isModifier(newName)) return false;
   CGEventSetIntegerValueField(event, kCGKeyboardEventKeycode,
                               *CGKeycodeMap::keyCode(newName.text()));
   const CGEventFlags flags = CGEventGetFlags(event);
-  if (modifier_flags::isDown(flags, *oldName)) {
+  if (isPress && modifier_flags::isDown(flags, *oldName)) {
     CGEventSetFlags(event,
                     modifier_flags::pressing(modifier_flags::releasing(flags, *oldName), newName));
   }

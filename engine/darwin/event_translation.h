@@ -27,7 +27,8 @@ std::optional<TapEvent> translate(CGEventType type, CGEventRef event, std::int64
 bool isRepeat(CGEventType type, CGEventRef event);
 
 /// Makes the press or release of one modifier that of another. False, with the event unchanged, if
-/// either is not a modifier.
-bool rewriteModifier(CGEventRef event, KeyName newName);
+/// either is not a modifier. The flags of a release stay as they are: what they tell is down then
+/// is down on another keyboard.
+bool rewriteModifier(CGEventRef event, KeyName newName, bool isPress);
 
 } // namespace trellivar::darwin

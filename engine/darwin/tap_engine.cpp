@@ -67,6 +67,7 @@ void TapEngine::startTap() {
     tapSource_ = darwin::CFRef<CFRunLoopSourceRef>::adopt(
         CFMachPortCreateRunLoopSource(kCFAllocatorDefault, tapPort_.get(), 0));
     CFRunLoopAddSource(CFRunLoopGetMain(), tapSource_.get(), kCFRunLoopCommonModes);
+    underWay_ = 0;
     debugLog("tap installed");
   }
   if (!CGEventTapIsEnabled(tapPort_.get())) CGEventTapEnable(tapPort_.get(), true);
@@ -92,7 +93,6 @@ void TapEngine::applyAll(std::span<const MappingSet> sets) {
     appliedIdentities_.push_back(identity);
   processor_.setTable(std::move(table));
   resolveSenders();
-  armDeadlineTimer();
 }
 
 EngineStatus TapEngine::status(std::string_view /*trellivarDeviceName*/) {
@@ -106,7 +106,7 @@ void TapEngine::setDeviceIgnored(bool ignored, int vendorId, int productId) {
   else
     paused.erase({vendorId, productId});
   processor_.setPaused(std::move(paused));
-  releaseWhatWouldStay();
+  settle();
 }
 
 bool TapEngine::isDeviceReleased(std::string_view /*named*/) { return true; }
@@ -118,43 +118,87 @@ void TapEngine::resolveSenders() {
       senders.emplace(id, identity);
   }
   processor_.setSenders(std::move(senders));
-  releaseWhatWouldStay();
+  settle();
 }
 
 CGEventRef TapEngine::handle(CGEventType type, CGEventRef event) {
   if (type == kCGEventTapDisabledByTimeout || type == kCGEventTapDisabledByUserInput) {
+    expectMissedReleases();
     startTap();
     return event;
   }
-  if (darwin::isOwn(event)) return event;
+  if (darwin::isOwn(event)) {
+    underWay_ = std::max(underWay_ - 1, 0);
+    return event;
+  }
   const std::int64_t sender = darwin::senderOf(event);
   if (!processor_.senders().contains(sender)) return event;
-  const auto described = darwin::translate(type, event, sender);
+  auto described = darwin::translate(type, event, sender);
   if (!described) return event;
+  if (type == kCGEventFlagsChanged && isReleaseInDisguise(*described))
+    described->kind = TapEvent::Kind::keyUp;
 
   const Instant now = queue_.now();
-  if (isDown(described->kind) && !darwin::isRepeat(type, event)) releaseMissed(*described, now);
+  if (isDown(described->kind) && !darwin::isRepeat(type, event))
+    releaseMissed(*described, now);
+  else if (!isKnownToBeDown(*described))
+    return event; // began where the tap could not see it, and ends as it began
+  else if (isDown(described->kind) && isTakenBack(*described))
+    return nullptr;
   CGEventRef result = carryOut(processor_.process(*described, now), event, *described);
   armDeadlineTimer();
   return result;
+}
+
+/// Events have gone past a tap that was disabled. What is held back is given as a short press,
+/// since its release may have been among them; so may that of a key that applications know as
+/// another.
+void TapEngine::expectMissedReleases() {
+  underWay_ = 0;
+  const PadKeys::Keys before(keys_.all());
+  replayAll(processor_.flush(Instant::max()));
+  for (const PadKeys::Key& earlier : before) {
+    PadKeys::Key* key = keys_.find(earlier.sender, earlier.name);
+    key->isUncertain = true;
+    if (earlier.deliveredAs == key->name) continue;
+    releaseDelivered(*key);
+    key->deliveredAs.reset();
+  }
+  armDeadlineTimer();
 }
 
 /// A key that is pressed afresh while it counts as down was released where the tap could not see
 /// it, as happens while the system has disabled it. Without that release the press would be taken
 /// for a repetition and lost.
 void TapEngine::releaseMissed(const TapEvent& press, Instant now) {
-  if (!keys_.find(press.senderId, press.name) &&
-      !processor_.countsAsDown(press.senderId, press.name))
-    return;
+  if (!isKnownToBeDown(press)) return;
   TapEvent release = press;
   release.kind = releaseOf(press.kind);
-  for (const TapAction& action : processor_.process(release, now)) {
-    if (const auto* held = std::get_if<TapAction::Replay>(&action.value)) replay(held->events);
-  }
+  replayAll(processor_.process(release, now));
   if (const PadKeys::Key* key = keys_.find(press.senderId, press.name)) {
     releaseDelivered(*key);
     keys_.release(press.senderId, press.name);
   }
+}
+
+/// A modifier that changes while it is down comes up, even if the flags say that it is down: then
+/// it is on another keyboard.
+bool TapEngine::isReleaseInDisguise(const TapEvent& event) {
+  const PadKeys::Key* key = keys_.find(event.senderId, event.name);
+  return isDown(event.kind) && key && !key->isUncertain;
+}
+
+bool TapEngine::isKnownToBeDown(const TapEvent& event) {
+  return keys_.find(event.senderId, event.name) ||
+         processor_.countsAsDown(event.senderId, event.name);
+}
+
+/// A change has released the key for the applications, or made the processor forget that it acted,
+/// while it is held. Until it is pressed anew it does nothing.
+bool TapEngine::isTakenBack(const TapEvent& event) {
+  const PadKeys::Key* key = keys_.find(event.senderId, event.name);
+  return key && !key->deliveredAs && processor_.handles(event.senderId) &&
+         !processor_.countsAsDown(event.senderId, event.name);
 }
 
 CGEventRef TapEngine::carryOut(const TapActions& actions, CGEventRef event,
@@ -169,10 +213,11 @@ CGEventRef TapEngine::carryOut(const TapActions& actions, CGEventRef event,
     } else if (std::holds_alternative<TapAction::Suppress>(action.value)) {
       result = nullptr;
     } else if (const auto* rewrite = std::get_if<TapAction::Rewrite>(&action.value)) {
-      if (darwin::rewriteModifier(event, rewrite->name)) deliveredAs = rewrite->name;
+      if (darwin::rewriteModifier(event, rewrite->name, isDown(described.kind)))
+        deliveredAs = rewrite->name;
       result = event;
     } else if (const auto* made = std::get_if<TapAction::Post>(&action.value)) {
-      darwin::post(*made->events, {});
+      underWay_ += darwin::post(*made->events, {});
     } else if (const auto* held = std::get_if<TapAction::Replay>(&action.value)) {
       replay(held->events);
     }
@@ -182,6 +227,8 @@ CGEventRef TapEngine::carryOut(const TapActions& actions, CGEventRef event,
   if (isDown(described.kind)) {
     if (result) key->deliveredAs = deliveredAs;
   } else {
+    // A release must not overtake a press that is still on its way.
+    if (key->isPosted && underWay_ > 0) result = nullptr;
     if (!result) releaseDelivered(*key);
     keys_.release(described.senderId, described.name);
   }
@@ -193,30 +240,46 @@ void TapEngine::replay(const TapEvents& events) {
   for (const TapEvent& event : events) {
     if (!isDown(event.kind))
       keys_.release(event.senderId, event.name);
-    else if (PadKeys::Key* key = keys_.find(event.senderId, event.name))
+    else if (PadKeys::Key* key = keys_.find(event.senderId, event.name)) {
       key->deliveredAs = event.name;
+      key->isPosted = true;
+    }
   }
-  darwin::post({events.begin(), events.size()}, heldModifiers());
+  underWay_ += darwin::post({events.begin(), events.size()}, heldModifiers());
+}
+
+/// Of the actions, those that give something back.
+void TapEngine::replayAll(const TapActions& actions) {
+  for (const TapAction& action : actions) {
+    if (const auto* held = std::get_if<TapAction::Replay>(&action.value)) replay(held->events);
+  }
 }
 
 void TapEngine::releaseDelivered(const PadKeys::Key& key) {
   if (!key.deliveredAs) return;
   const std::array release{TapEvent{0, TapEvent::Kind::keyUp, *key.deliveredAs}};
-  darwin::post(release, heldModifiers());
+  underWay_ += darwin::post(release, heldModifiers());
 }
 
-/// After a change: of the keys that are down, releases those whose own release will not come or
-/// will not reach the applications as the key that they know.
+/// After a change of what is remapped.
+void TapEngine::settle() {
+  replayAll(processor_.flushUnhandled());
+  releaseWhatWouldStay();
+  armDeadlineTimer();
+}
+
+/// Of the keys that are down, releases those whose own release will not come or will not reach the
+/// applications as the key that they know.
 void TapEngine::releaseWhatWouldStay() {
   for (const PadKeys::Key& key : PadKeys::Keys(keys_.all())) {
-    // What is held back may yet be given to the applications, even after its pad has gone.
-    if (!key.deliveredAs && processor_.nextDeadline()) continue;
     const bool isKnown = processor_.senders().contains(key.sender);
     const bool isGone = !isKnown && !isAttached(key);
     const bool stays = isGone || processor_.releasedAs(key.sender, key.name) != key.deliveredAs;
-    if (isKnown && (!stays || !key.deliveredAs)) continue;
     if (stays) releaseDelivered(key);
-    keys_.release(key.sender, key.name);
+    if (!isKnown)
+      keys_.release(key.sender, key.name);
+    else if (stays)
+      keys_.find(key.sender, key.name)->deliveredAs.reset();
   }
 }
 
@@ -258,16 +321,7 @@ void TapEngine::armDeadlineTimer() {
 
 void TapEngine::flush() {
   disarmDeadlineTimer();
-  bool isOfVanished = false;
-  for (const TapAction& action : processor_.flush(queue_.now())) {
-    const auto* held = std::get_if<TapAction::Replay>(&action.value);
-    if (!held) continue;
-    replay(held->events);
-    isOfVanished |= std::ranges::any_of(held->events, [&](const TapEvent& event) {
-      return !processor_.senders().contains(event.senderId);
-    });
-  }
-  if (isOfVanished) releaseWhatWouldStay();
+  replayAll(processor_.flush(queue_.now()));
   armDeadlineTimer();
 }
 

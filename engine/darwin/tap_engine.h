@@ -59,10 +59,16 @@ public:
 private:
   void removeTap();
   void resolveSenders();
+  void settle();
   void releaseWhatWouldStay();
+  void expectMissedReleases();
   void releaseMissed(const TapEvent& press, Instant now);
+  bool isReleaseInDisguise(const TapEvent& event);
+  bool isKnownToBeDown(const TapEvent& event);
+  bool isTakenBack(const TapEvent& event);
   CGEventRef carryOut(const TapActions& actions, CGEventRef event, const TapEvent& described);
   void replay(const TapEvents& events);
+  void replayAll(const TapActions& actions);
   void releaseDelivered(const PadKeys::Key& key);
   bool isAttached(const PadKeys::Key& key);
   darwin::ModifierContext heldModifiers() const;
@@ -84,6 +90,7 @@ private:
   darwin::CFRef<CFRunLoopTimerRef> deadlineTimer_;
   std::optional<Instant> armedFor_; ///< when `deadlineTimer_` fires; none: there is no timer
   PadKeys keys_;
+  int underWay_ = 0; ///< events that were posted and have not come by the tap yet
 };
 
 } // namespace trellivar

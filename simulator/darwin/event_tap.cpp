@@ -15,20 +15,20 @@ using desk::InputEvent;
 
 CGEventRef call(MachPort& port, CGEventType type, Event* event) {
   const CallbackScope scope(machine("CGEventTap"));
-  return port.callback(reference<CGEventTapProxy>(&port), type, reference<CGEventRef>(event),
-                       port.context);
+  return port.tap().callback(reference<CGEventTapProxy>(&port), type, reference<CGEventRef>(event),
+                             port.tap().context);
 }
 
 /// What the callback makes of the event.
 std::optional<InputEvent> answerOf(const Held<MachPort>& port, const InputEvent& input,
                                    bool isFilter) {
   const Held event(new Event(input));
-  const CGEventRef answer = call(*port, static_cast<CGEventType>(input.type), event.get());
+  CGEventRef answer = call(*port, static_cast<CGEventType>(input.type), event.get());
   if (!isFilter) return input;
   if (answer == reference<CGEventRef>(event.get())) return event->input;
   if (answer == nullptr) return std::nullopt;
   constexpr const char* name = "the answer of an event tap's callback";
-  Event& other = as<Event>(answer, name);
+  auto& other = as<Event>(answer, name);
   const InputEvent result = other.input;
   other.release(name);
   return result;
@@ -48,14 +48,14 @@ CFMachPortRef createTap(EventStream::Tap tap, CGEventTapCallBack callback, void*
                : nullptr;
   if (desk::Faults::strikes(here.desk.faults().failingTaps) || tap.mask == 0) return nullptr;
   auto* port = new MachPort;
-  port->callback = callback;
-  port->context = context;
+  port->tap().callback = callback;
+  port->tap().context = context;
   // Small enough for a function to keep them without memory of its own.
   tap.handle = [port, isFilter = tap.isFilter](const InputEvent& input) {
     return port->isHeard() ? answerOf(Held(port), input, isFilter) : std::optional(input);
   };
   tap.disabled = [port](std::uint32_t notice) { tell(Held(port), notice); };
-  port->tap = here.desk.events().addTap(std::move(tap));
+  port->tap().id = here.desk.events().addTap(std::move(tap));
   return handedOut<CFMachPortRef>(port);
 }
 
@@ -81,18 +81,19 @@ CFMachPortRef CGEventTapCreate(CGEventTapLocation location, CGEventTapPlacement 
 }
 
 void CGEventTapEnable(CFMachPortRef tap, bool enable) {
-  MachPort& port = as<MachPort>(tap, "CGEventTapEnable");
-  if (port.tap == 0)
-    port.isEnabled = enable;
+  MachPort::Tap& standing = as<MachPort>(tap, "CGEventTapEnable").tap();
+  if (standing.id == 0)
+    standing.isEnabled = enable;
   else
-    machine("CGEventTapEnable").desk.events().setEnabled(port.tap, enable);
+    machine("CGEventTapEnable").desk.events().setEnabled(standing.id, enable);
 }
 
 bool CGEventTapIsEnabled(CFMachPortRef tap) {
-  const MachPort& port = as<MachPort>(tap, "CGEventTapIsEnabled");
+  auto& port = as<MachPort>(tap, "CGEventTapIsEnabled");
+  const MachPort::Tap& standing = port.tap();
   if (!port.isValid()) return false;
-  return port.tap == 0 ? port.isEnabled
-                       : machine("CGEventTapIsEnabled").desk.events().isEnabled(port.tap);
+  return standing.id == 0 ? standing.isEnabled
+                          : machine("CGEventTapIsEnabled").desk.events().isEnabled(standing.id);
 }
 
 } // extern "C"

@@ -129,15 +129,15 @@ Set* HIDManager::devices() const {
   return new Set(std::move(items));
 }
 
-void HIDManager::hear(const desk::HIDValue& report) {
+void HIDManager::hear(const desk::HIDValue& value) {
   if (!isOpen_ || !isScheduled()) return;
   Machine& here = machine("IOHIDManager");
   for (const Known& known : known_) {
-    if (known.device->entry() != report.device || !known.device->delivers()) continue;
-    const Held value(new HIDValue(Held(&known.device->element(report.usage)), report.value,
-                                  ticksOf(here.desk.queue().now())));
-    here.inModes(modes_, [self = Held(this), device = known.device, value] {
-      self->deliver(device, value);
+    if (known.device->entry() != value.device || !known.device->delivers()) continue;
+    const Held arrived(new HIDValue(Held(&known.device->element(value.usage)), value.value,
+                                    ticksOf(here.desk.queue().now())));
+    here.inModes(modes_, [self = Held(this), device = known.device, arrived] {
+      self->deliver(device, arrived);
     });
   }
 }
@@ -154,8 +154,8 @@ void HIDManager::deliver(const Held<HIDDevice>& device, const Held<HIDValue>& va
 
 namespace {
 
-HIDManager& manager(IOHIDManagerRef reference, const char* call) {
-  return as<HIDManager>(reference, call);
+HIDManager& target(IOHIDManagerRef manager, const char* call) {
+  return as<HIDManager>(manager, call);
 }
 
 } // namespace
@@ -173,54 +173,53 @@ IOHIDManagerRef IOHIDManagerCreate(CFAllocatorRef, IOOptionBits) {
   return handedOut<IOHIDManagerRef>(new HIDManager);
 }
 
-void IOHIDManagerSetDeviceMatching(IOHIDManagerRef reference, CFDictionaryRef matching) {
+void IOHIDManagerSetDeviceMatching(IOHIDManagerRef manager, CFDictionaryRef matching) {
   constexpr const char* call = "IOHIDManagerSetDeviceMatching";
   auto* wanted = matching ? &as<Dictionary>(matching, call) : new Dictionary(false);
-  manager(reference, call).setMatching({Held(wanted)});
+  target(manager, call).setMatching({Held(wanted)});
 }
 
-void IOHIDManagerSetDeviceMatchingMultiple(IOHIDManagerRef reference, CFArrayRef matchings) {
+void IOHIDManagerSetDeviceMatchingMultiple(IOHIDManagerRef manager, CFArrayRef matchings) {
   constexpr const char* call = "IOHIDManagerSetDeviceMatchingMultiple";
   if (matchings == nullptr) {
-    IOHIDManagerSetDeviceMatching(reference, nullptr);
+    IOHIDManagerSetDeviceMatching(manager, nullptr);
     return;
   }
   std::vector<Held<Dictionary>> wanted;
   for (const auto& item : as<Array>(matchings, call).items())
     wanted.emplace_back(&as<Dictionary>(item.get(), call));
-  manager(reference, call).setMatching(std::move(wanted));
+  target(manager, call).setMatching(std::move(wanted));
 }
 
-void IOHIDManagerRegisterInputValueCallback(IOHIDManagerRef reference, IOHIDValueCallback callback,
+void IOHIDManagerRegisterInputValueCallback(IOHIDManagerRef manager, IOHIDValueCallback callback,
                                             void* context) {
-  manager(reference, "IOHIDManagerRegisterInputValueCallback").setCallback(callback, context);
+  target(manager, "IOHIDManagerRegisterInputValueCallback").setCallback(callback, context);
 }
 
-void IOHIDManagerScheduleWithRunLoop(IOHIDManagerRef reference, CFRunLoopRef loop,
-                                     CFStringRef mode) {
+void IOHIDManagerScheduleWithRunLoop(IOHIDManagerRef manager, CFRunLoopRef loop, CFStringRef mode) {
   constexpr const char* call = "IOHIDManagerScheduleWithRunLoop";
   requireMainLoop(loop, call);
-  manager(reference, call).schedule(mode);
+  target(manager, call).schedule(mode);
 }
 
-void IOHIDManagerUnscheduleFromRunLoop(IOHIDManagerRef reference, CFRunLoopRef loop,
+void IOHIDManagerUnscheduleFromRunLoop(IOHIDManagerRef manager, CFRunLoopRef loop,
                                        CFStringRef mode) {
   constexpr const char* call = "IOHIDManagerUnscheduleFromRunLoop";
-  HIDManager& target = manager(reference, call);
+  HIDManager& scheduled = target(manager, call);
   requireMainLoop(loop, call);
-  target.unschedule(mode);
+  scheduled.unschedule(mode);
 }
 
-IOReturn IOHIDManagerOpen(IOHIDManagerRef reference, IOOptionBits) {
-  return manager(reference, "IOHIDManagerOpen").open();
+IOReturn IOHIDManagerOpen(IOHIDManagerRef manager, IOOptionBits) {
+  return target(manager, "IOHIDManagerOpen").open();
 }
 
-IOReturn IOHIDManagerClose(IOHIDManagerRef reference, IOOptionBits) {
-  return manager(reference, "IOHIDManagerClose").close();
+IOReturn IOHIDManagerClose(IOHIDManagerRef manager, IOOptionBits) {
+  return target(manager, "IOHIDManagerClose").close();
 }
 
-CFSetRef IOHIDManagerCopyDevices(IOHIDManagerRef reference) {
-  Set* devices = manager(reference, "IOHIDManagerCopyDevices").devices();
+CFSetRef IOHIDManagerCopyDevices(IOHIDManagerRef manager) {
+  Set* devices = target(manager, "IOHIDManagerCopyDevices").devices();
   return devices ? handedOut<CFSetRef>(devices) : nullptr;
 }
 

@@ -29,14 +29,14 @@ Machine::Machine(desk::Desk& on)
       openError(kIOReturnNotPermitted) {
   if (current != nullptr) fail("Platform", "there is one already");
   current = this;
-  registryObserver_ =
+  registryObserver =
       desk.registry().observe([this](desk::Registry::Change change, const desk::Entry& entry) {
         rememberLastState(change, entry);
         notify(*this, change, entry);
         for (HIDManager* manager : std::vector(managers))
           manager->devicesChanged();
       });
-  hidListener_ = desk.hid().listen([this](const desk::HIDValue& value) {
+  hidListener = desk.hid().listen([this](const desk::HIDValue& value) {
     for (HIDManager* manager : std::vector(managers))
       manager->hear(value);
   });
@@ -61,8 +61,8 @@ Machine::~Machine() {
 }
 
 void Machine::inModes(Modes modes, std::function<void()> block) {
-  auto guarded = [alive = std::weak_ptr(alive_), block = std::move(block)] {
-    if (!alive.expired()) block();
+  auto guarded = [platform = std::weak_ptr(alive), block = std::move(block)] {
+    if (!platform.expired()) block();
   };
   if (modes.isCommon)
     desk.queue().async(std::move(guarded));
@@ -80,8 +80,9 @@ std::vector<std::string> Platform::liveReferences() const {
   for (const auto& port : machine_->notificationPorts) {
     if (!port->isDestroyed()) result.push_back(port->title() + ": not destroyed");
   }
-  for (const RunLoopSource* source : machine_->sources)
-    result.push_back(source->title() + ": still in the main run loop");
+  for (const RunLoopSource* source : machine_->sources) {
+    if (source->owned() == 0) result.push_back(source->title() + ": still in the main run loop");
+  }
   return result;
 }
 

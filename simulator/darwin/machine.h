@@ -56,10 +56,9 @@ struct Machine {
   bool stopsLoop = false; ///< CFRunLoopStop was called
   bool isInCallback = false;
 
-private:
-  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
-  std::shared_ptr<void> registryObserver_;
-  std::shared_ptr<void> hidListener_;
+  std::shared_ptr<bool> alive = std::make_shared<bool>(true);
+  std::shared_ptr<void> registryObserver;
+  std::shared_ptr<void> hidListener;
 };
 
 /// The machine that the calls act on. Aborts if there is none.

@@ -92,11 +92,11 @@ io_iterator_t enterNotification(std::unique_ptr<Notification> notification) {
   return enter(std::move(notification), true);
 }
 
-NotificationPort& notificationPort(IONotificationPortRef reference, const char* call) {
-  for (const auto& port : machine(call).notificationPorts) {
-    if (reinterpret_cast<IONotificationPortRef>(port.get()) != reference) continue;
-    if (port->isDestroyed()) fail(call, port->title() + " was destroyed before");
-    return *port;
+NotificationPort& notificationPort(IONotificationPortRef port, const char* call) {
+  for (const auto& known : machine(call).notificationPorts) {
+    if (reinterpret_cast<IONotificationPortRef>(known.get()) != port) continue;
+    if (known->isDestroyed()) fail(call, known->title() + " was destroyed before");
+    return *known;
   }
   fail(call, "this is no notification port");
 }

@@ -29,7 +29,7 @@ public:
     object.previous_->next_ = object.next_;
     object.next_->previous_ = object.previous_;
   }
-  static void bury(void* remains) noexcept {
+  static void bury(void* remains) {
     static auto& graves = *new std::array<void*, 4096>{};
     static std::size_t next = 0;
     ::operator delete(std::exchange(graves[next], remains));

@@ -33,7 +33,7 @@ public:
   Platform& operator=(const Platform&) = delete;
 
   /// A line for each object, I/O Kit object and notification port that the program still owns, and
-  /// for each source that it left in the run loop.
+  /// for each source that it no longer owns but left in the run loop.
   std::vector<std::string> liveReferences() const;
   /// Event taps that stand, enabled or not.
   std::size_t taps() const;

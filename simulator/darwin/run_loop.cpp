@@ -148,7 +148,7 @@ MachPort::~MachPort() {
 
 void MachPort::invalidate() {
   if (!std::exchange(isValid_, false)) return;
-  if (Machine* machine = currentMachine()) machine->desk.events().removeTap(tap);
+  if (Machine* machine = currentMachine()) machine->desk.events().removeTap(tap_.id);
   const Held self(this);
   if (!source_) return;
   source_->setEnd({});

@@ -34,6 +34,7 @@ public:
   /// Keeps `origin`, which may be NULL, until it is invalidated.
   explicit RunLoopSource(Object* origin) : Object(ownKind), origin_(origin) {}
   ~RunLoopSource() override;
+  std::string description() const override { return modes_.any() ? "in the main run loop" : ""; }
 
   const Modes& modes() const noexcept { return modes_; }
   bool isValid() const noexcept { return isValid_; }
@@ -94,14 +95,18 @@ public:
   /// The run loop takes messages from the port now.
   bool isHeard() const;
 
-  desk::EventStream::TapId tap = 0; ///< 0: none, or one that sees nothing
-  bool isEnabled = true;            ///< of a tap that sees nothing
-  CGEventTapCallBack callback = nullptr;
-  void* context = nullptr;
+  struct Tap {
+    desk::EventStream::TapId id = 0; ///< 0: one that sees nothing
+    bool isEnabled = true;           ///< of one that sees nothing
+    CGEventTapCallBack callback = nullptr;
+    void* context = nullptr;
+  };
+  Tap& tap() noexcept { return tap_; }
   std::string description() const override { return isValid_ ? "valid" : "invalidated"; }
 
 private:
   bool isValid_ = true;
+  Tap tap_;
   RunLoopSource* source_ = nullptr;
 };
 

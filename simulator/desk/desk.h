@@ -51,6 +51,7 @@ public:
   Registry& registry() noexcept { return registry_; }
   const Registry& registry() const noexcept { return registry_; }
   EventStream& events() noexcept { return events_; }
+  const EventStream& events() const noexcept { return events_; }
   HIDBus& hid() noexcept { return hid_; }
   Faults& faults() noexcept { return faults_; }
 

@@ -1,14 +1,14 @@
 #include "simulator/desk/event_stream.h"
 
+#include "engine/modifier_flags.h"
+#include "simulator/desk/key_codes.h"
+
 #include <algorithm>
 #include <utility>
 
 namespace trellivar::desk {
 
 namespace {
-
-/// Of all modifiers and of caps lock, side-independent and side-specific.
-constexpr std::uint64_t modifierFlags = 0x1F207F;
 
 bool sees(const EventStream::Tap& tap, const InputEvent& event) {
   return event.type < 64 && (tap.mask >> event.type & 1U) != 0;
@@ -75,16 +75,21 @@ bool EventStream::isFrozen() const {
   });
 }
 
-void EventStream::post(Level level, InputEvent event) {
-  queue_.async([this, level, event] { deliver(level, event); });
+void EventStream::post(Level level, const InputEvent& event) {
+  posted_.emplace_back(level, event);
+  queue_.async([this] {
+    auto [from, next] = std::move(posted_.front());
+    posted_.pop_front();
+    deliver(from, next);
+  });
 }
 
-void EventStream::deliver(Level from, InputEvent event) {
+void EventStream::deliver(Level from, InputEvent& event) {
   if (isFrozen()) {
     stopped_.emplace_back(from, event);
     return;
   }
-  std::vector<TapId> way;
+  InlineVector<TapId, 4> way; // a list of its own: taps come and go while it is walked
   for (const Standing& standing : taps_) {
     if (standing.tap.level >= from) way.push_back(standing.id);
   }
@@ -93,17 +98,27 @@ void EventStream::deliver(Level from, InputEvent event) {
     if (!standing || !standing->enabled || !standing->tap.handle || !sees(standing->tap, event))
       continue;
     const bool isFilter = standing->tap.isFilter;
-    const auto answer = std::function(standing->tap.handle)(event);
+    auto answer = std::function(standing->tap.handle)(event);
     if (!isFilter) continue;
     if (!answer) return;
-    event = *answer;
+    event = std::move(*answer);
   }
   arrive(event);
 }
 
+/// An event speaks for its own key, whatever else its flags repeat. What programs have pressed may
+/// come up by a program or by hardware.
+void EventStream::notePostedModifier(const InputEvent& event) {
+  const auto key = named(event);
+  if (!key) return;
+  if (!isDown(key->kind))
+    postedFlags_ = modifier_flags::releasing(postedFlags_, key->name);
+  else if (event.field(InputEvent::sourceProcessId) != 0)
+    postedFlags_ = modifier_flags::pressing(postedFlags_, key->name);
+}
+
 void EventStream::arrive(const InputEvent& event) {
-  if (event.type == InputEvent::flagsChanged && event.field(InputEvent::sourceProcessId) != 0)
-    postedFlags_ = event.flags & modifierFlags;
+  if (event.type == InputEvent::flagsChanged) notePostedModifier(event);
   const Received received{queue_.now(), event};
   if (recording_) received_.push_back(received);
   if (receiver_) receiver_(received);

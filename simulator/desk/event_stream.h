@@ -1,9 +1,11 @@
 #pragma once
 
+#include "core/inline_vector.h"
 #include "simulator/desk/input_event.h"
 #include "simulator/desk/manual_queue.h"
 
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <list>
 #include <optional>
@@ -61,7 +63,7 @@ public:
   bool isFrozen() const;
 
   /// Delivers `event` from the main queue, past the taps from `level` on.
-  void post(Level level, InputEvent event);
+  void post(Level level, const InputEvent& event);
 
   /// The modifier flags that new events of programs start with: those of the keys that are down on
   /// any keyboard, swallowed or not, and those that programs have pressed.
@@ -85,8 +87,10 @@ private:
     bool enabled = true;
   };
 
-  void deliver(Level from, InputEvent event);
+  /// May change the event.
+  void deliver(Level from, InputEvent& event);
   void arrive(const InputEvent& event);
+  void notePostedModifier(const InputEvent& event);
   Standing* find(TapId id);
   const Standing* find(TapId id) const;
 
@@ -97,6 +101,7 @@ private:
   std::list<Standing> taps_; ///< in the order in which events pass them
   std::uint64_t hardwareFlags_ = 0;
   std::uint64_t postedFlags_ = 0;
+  std::deque<std::pair<Level, InputEvent>> posted_;   ///< each has a block on the queue
   std::vector<std::pair<Level, InputEvent>> stopped_; ///< while frozen
   std::vector<Received> received_;
   std::function<void(const Received&)> receiver_;

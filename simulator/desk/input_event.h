@@ -7,6 +7,30 @@
 
 namespace trellivar::desk {
 
+/// Numbers of an event by the numbers of their fields.
+class EventFields {
+public:
+  /// 0 for a field that was never set.
+  std::int64_t get(std::uint32_t number) const noexcept {
+    for (const auto& [known, value] : fields_) {
+      if (known == number) return value;
+    }
+    return 0;
+  }
+  void set(std::uint32_t number, std::int64_t value) {
+    for (auto& [known, old] : fields_) {
+      if (known == number) {
+        old = value;
+        return;
+      }
+    }
+    fields_.push_back({number, value});
+  }
+
+private:
+  InlineVector<std::pair<std::uint32_t, std::int64_t>, 8> fields_;
+};
+
 /// An event on its way from a device or a program to the applications, numbered and flagged as
 /// macOS does (CGEventTypes.h, IOLLEvent.h).
 struct InputEvent {
@@ -51,25 +75,11 @@ struct InputEvent {
   int subtype = 0; ///< system-defined events only
   long data1 = 0;  ///< system-defined events only
 
-  /// 0 for a field that was never set.
-  std::int64_t field(std::uint32_t number) const noexcept {
-    for (const auto& [known, value] : fields_) {
-      if (known == number) return value;
-    }
-    return 0;
-  }
-  void setField(std::uint32_t number, std::int64_t value) {
-    for (auto& [known, old] : fields_) {
-      if (known == number) {
-        old = value;
-        return;
-      }
-    }
-    fields_.push_back({number, value});
-  }
+  EventFields fields;
 
-private:
-  InlineVector<std::pair<std::uint32_t, std::int64_t>, 8> fields_;
+  /// 0 for a field that was never set.
+  std::int64_t field(std::uint32_t number) const noexcept { return fields.get(number); }
+  void setField(std::uint32_t number, std::int64_t value) { fields.set(number, value); }
 };
 
 } // namespace trellivar::desk

@@ -133,9 +133,9 @@ KeyName nameOf(Family family, int number) {
   for (const Row& row : rows) {
     const bool isKey = family == Family::key && row.codes.family == Family::modifier;
     if ((row.codes.family == family || isKey) && row.codes.number == number)
-      return KeyName(row.name);
+      return KeyName{row.name};
   }
-  return KeyName();
+  return {};
 }
 
 std::optional<NamedEvent> namedAs(Family family, std::int64_t number, TapEvent::Kind kind) {

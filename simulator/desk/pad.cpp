@@ -38,12 +38,12 @@ std::vector<std::string_view> unregisteredCodes(std::string_view mode, int key) 
 
 KeyName namedByFirmware(const std::string& name) {
   for (const auto& row : keytable::keys) {
-    if (row.firmware.name == name) return KeyName(row.name);
+    if (row.firmware.name == name) return KeyName{row.name};
   }
   for (const auto& row : keytable::modifiers) {
-    if (row.alone.name == name || row.combined.name == name) return KeyName(row.name);
+    if (row.alone.name == name || row.combined.name == name) return KeyName{row.name};
   }
-  return KeyName();
+  return {};
 }
 
 } // namespace

@@ -2,13 +2,13 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <stdlib.h> // posix_openpt and its like
 #include <termios.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdlib> // posix_openpt and its like
 #include <system_error>
 #include <tuple>
 #include <utility>

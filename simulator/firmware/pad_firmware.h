@@ -46,7 +46,7 @@ public:
   Counts counts() const;
 
 private:
-  std::optional<std::string> execute(const std::string& command);
+  std::optional<std::string> execute(const std::string& text);
 
   const std::string version_;
   CommandReader reader_; ///< of the thread that brings the bytes

@@ -27,9 +27,12 @@ Machine::Machine()
 }
 
 std::optional<std::vector<MacroEvent>> Machine::macro(std::string_view mode, int key) const {
-  auto stored = firmware.macro(mode, key);
+  const auto stored = firmware.macro(mode, key);
   if (!stored) return std::nullopt;
-  return std::move(stored->steps);
+  std::vector<MacroEvent> steps;
+  for (int i = 0; i < stored->repeatCount; ++i)
+    steps.insert(steps.end(), stored->steps.begin(), stored->steps.end());
+  return steps;
 }
 
 std::string Machine::calloutPath() {

@@ -20,12 +20,18 @@ constexpr std::array<std::string_view, 4> belowSimulator{"simulator/firmware", "
 constexpr std::array<std::string_view, 5> belowSimulatedPlatform{"simulator", "engine/darwin",
                                                                  "engine", "core", "files"};
 constexpr std::array<std::string_view, 7> belowSimulatedMachine{
-    "simulator", "simulator/darwin", "simulator/firmware", "engine", "engine/darwin",
-    "core",      "files"};
-constexpr std::array<std::string_view, 10> belowPrograms{
-    "viewmodels",         "simulator", "simulator/darwin", "simulator/machine",
-    "simulator/firmware", "engine",    "engine/darwin",    "engine/linux",
-    "core",               "files"};
+    "simulator", "simulator/darwin", "simulator/firmware", "engine", "engine/darwin", "core",
+    "files"};
+constexpr std::array<std::string_view, 10> belowPrograms{"viewmodels",
+                                                         "simulator",
+                                                         "simulator/darwin",
+                                                         "simulator/machine",
+                                                         "simulator/firmware",
+                                                         "engine",
+                                                         "engine/darwin",
+                                                         "engine/linux",
+                                                         "core",
+                                                         "files"};
 
 constexpr std::array<Layer, 12> allLayers{{
     {"files", {}, Platform::inSourcesOnly},

@@ -119,6 +119,40 @@ TEST_F(DeviceChangeTest, aKeyThatGetsABindingWhileItIsDownIsReleasedThen) {
   EXPECT_EQ(heard(), "");
 }
 
+TEST_F(DeviceChangeTest, aKeyThatIsHeldWhileItGetsABindingDoesNothingUntilItIsPressedAnew) {
+  apply({{{"a"}, keyOutput("v")}});
+  computer.down(pad, "x");
+  computer.down(pad, "a");
+  apply({{{"x"}, keyOutput("1")}, {{"a"}, keyOutput("2")}});
+  computer.desk.queue().run();
+  heard();
+  computer.repeat(pad, "x");
+  computer.repeat(pad, "a");
+  EXPECT_EQ(heard(), "");
+  computer.up(pad, "x");
+  computer.up(pad, "a");
+  EXPECT_EQ(heard(), "");
+  computer.tap(pad, "x");
+  computer.tap(pad, "a");
+  EXPECT_EQ(heard(), "*1+ *1- *2+ *2-");
+}
+
+TEST_F(DeviceChangeTest, aKeyPressedBeforeItsPadWasNoticedIsReleasedAsItWasPressed) {
+  computer.desk.detach(pad);
+  apply({{{"a"}, keyOutput("v")}, {{"left_control", "f"}, keyOutput("w")}});
+  notice();
+  pad = computer.attach(customIdentity);
+  computer.down(pad, "a");
+  computer.down(pad, "left_control");
+  notice();
+  computer.repeat(pad, "a");
+  computer.up(pad, "a");
+  computer.up(pad, "left_control");
+  EXPECT_EQ(heard(), "a+ left_control+ a+(left_control) a-(left_control) left_control-");
+  computer.tap(pad, "a");
+  EXPECT_EQ(heard(), "*v+ *v-");
+}
+
 TEST_F(DeviceChangeTest, aKeyWhoseReleaseStillPassesIsLeftDown) {
   apply({{{"a"}, keyOutput("v")}});
   computer.down(pad, "x");
@@ -188,14 +222,22 @@ TEST_F(DeviceChangeTest, aBoundKeyReleasedDuringAPauseWorksAgainAfterwards) {
   EXPECT_EQ(heard(), "*v+ *v-");
 }
 
-TEST_F(DeviceChangeTest, aKeyHeldBackWhenThePadIsPausedIsGivenBackOnTime) {
+TEST_F(DeviceChangeTest, aKeyHeldBackWhenThePadIsPausedIsGivenBackBeforeItsReleaseCanPass) {
   apply({{{"left_control", "f"}, keyOutput("v")}});
   computer.down(pad, "left_control");
   ignore(true);
-  computer.pass(0.6);
-  EXPECT_EQ(heard(), "*left_control+");
+  EXPECT_EQ(computer.platform.scheduledTimers(), 0U);
   computer.up(pad, "left_control");
-  EXPECT_EQ(heard(), "left_control-");
+  computer.pass(1);
+  EXPECT_EQ(heard(), "*left_control+ left_control-");
+}
+
+TEST_F(DeviceChangeTest, aKeyHeldBackStaysSoWhenAnotherPadIsPaused) {
+  apply({{{"left_control", "f"}, keyOutput("v")}});
+  computer.down(pad, "left_control");
+  computer.engine->setDeviceIgnored(true, 1, 2);
+  computer.down(pad, "f");
+  EXPECT_EQ(heard(), "*v+ *v-");
 }
 
 TEST_F(DeviceChangeTest, newBindingsDropWhatIsHeldBack) {

@@ -20,6 +20,18 @@ protected:
 
   std::string heard() { return computer.heard(); }
 
+  /// An event of the pad that its keys would not send.
+  void send(std::uint32_t type, std::int64_t keyCode, std::uint64_t flags = 0) {
+    InputEvent event;
+    event.type = type;
+    event.flags = flags;
+    event.setField(InputEvent::keyCode, keyCode);
+    event.setField(InputEvent::senderId,
+                   static_cast<std::int64_t>(computer.desk.leafSender(pad, 0x07)));
+    computer.desk.events().post(desk::EventStream::Level::hid, event);
+    computer.desk.queue().run();
+  }
+
   Computer computer;
   desk::Desk::DeviceId pad = computer.attach(customIdentity);
   desk::Desk::DeviceId keyboard = computer.keyboard;
@@ -45,19 +57,10 @@ TEST_F(TapEngineTest, aPadKeyWithoutABindingPasses) {
 }
 
 TEST_F(TapEngineTest, aKeyWithoutANamePasses) {
-  const auto raw = [&](std::uint32_t type, std::int64_t code) {
-    InputEvent event;
-    event.type = type;
-    event.setField(InputEvent::keyCode, code);
-    event.setField(InputEvent::senderId,
-                   static_cast<std::int64_t>(computer.desk.leafSender(pad, 0x07)));
-    computer.desk.events().post(desk::EventStream::Level::hid, event);
-    computer.desk.queue().run();
-  };
   constexpr std::int64_t keypadEnter = 76;
   constexpr std::int64_t capsLock = 57;
-  raw(InputEvent::keyDown, keypadEnter);
-  raw(InputEvent::flagsChanged, capsLock);
+  send(InputEvent::keyDown, keypadEnter);
+  send(InputEvent::flagsChanged, capsLock);
   ASSERT_EQ(computer.desk.events().received().size(), 2U);
   EXPECT_EQ(computer.desk.events().received()[0].event.field(InputEvent::keyCode), keypadEnter);
   EXPECT_EQ(computer.desk.events().received()[1].event.field(InputEvent::keyCode), capsLock);
@@ -99,6 +102,17 @@ TEST_F(TapEngineTest, aChordKeyIsGivenBackWhileAMenuIsOpen) {
   computer.down(pad, "left_control");
   computer.pass(0.6);
   EXPECT_EQ(heard(), "*left_control+");
+}
+
+TEST_F(TapEngineTest, aReleaseDoesNotOvertakeThePressThatIsGivenBack) {
+  computer.down(pad, "left_control");
+  // One report of the pad: another key goes down and the held one comes up.
+  computer.desk.press(pad, KeyName("x"));
+  computer.desk.release(pad, KeyName("left_control"));
+  computer.desk.queue().run();
+  EXPECT_EQ(heard(), "*left_control+ *x+(left_control) *left_control-");
+  computer.up(pad, "x");
+  EXPECT_EQ(heard(), "x-");
 }
 
 TEST_F(TapEngineTest, aModifierThatWasGivenBackStillHoldsForTheKeysThatFollow) {
@@ -342,22 +356,33 @@ TEST_F(TapEngineTest, twoSidesHeldTogetherAreToldApart) {
   EXPECT_EQ(heard(), "*v+ *v-");
 }
 
+TEST_F(TapEngineTest, aModifierHeldOnTheKeyboardTooIsStillReleasedOnThePad) {
+  computer.down(keyboard, "left_control");
+  for (int i = 0; i < 3; ++i) {
+    heard();
+    computer.down(pad, "left_control");
+    computer.down(pad, "f");
+    computer.up(pad, "f");
+    computer.up(pad, "left_control"); // the flags say that left control is down
+    computer.pass(1);
+    EXPECT_EQ(heard(), "*v+ *v-");
+  }
+}
+
+TEST_F(NormalizationTest, aModifierHeldOnTheKeyboardTooIsStillReleasedOnThePad) {
+  computer.down(keyboard, "right_command");
+  heard();
+  computer.tap(pad, "right_command");
+  EXPECT_EQ(heard(), "left_command+ left_command-(right_command)");
+}
+
 TEST_F(TapEngineTest, aModifierEventWithoutSidesIsReadFromTheCommonFlag) {
-  const auto raw = [&](std::uint64_t flags) {
-    InputEvent event;
-    event.type = InputEvent::flagsChanged;
-    event.flags = flags;
-    event.setField(InputEvent::keyCode, 60); // right shift
-    event.setField(InputEvent::senderId,
-                   static_cast<std::int64_t>(computer.desk.leafSender(pad, 0x07)));
-    computer.desk.events().post(desk::EventStream::Level::hid, event);
-    computer.desk.queue().run();
-  };
+  constexpr std::int64_t rightShift = 60;
   computer.engine->apply(customSet({{{"right_shift"}, keyOutput("v")}}));
-  raw(0x20000);
+  send(InputEvent::flagsChanged, rightShift, 0x20000);
   EXPECT_EQ(heard(), "*v+ *v-");
-  raw(0);
-  raw(0x20000);
+  send(InputEvent::flagsChanged, rightShift, 0);
+  send(InputEvent::flagsChanged, rightShift, 0x20000);
   EXPECT_EQ(heard(), "*v+ *v-") << "the release in between was seen";
 }
 

@@ -105,18 +105,46 @@ TEST_F(TapLifecycleTest, aKeyReleasedWhileTheTapWasDisabledWorksAgainAtOnce) {
   EXPECT_EQ(tapped(), remapped);
 }
 
-TEST_F(TapLifecycleTest, aKeyHeldBackThatWasReleasedUnseenIsGivenBackBeforeItIsPressedAgain) {
+TEST_F(TapLifecycleTest, aKeyPressedWhileTheTapWasDisabledIsReleasedAsItWasPressed) {
   start();
-  computer.engine->apply(customSet({{{"left_control", "f"}, keyOutput("v")}}));
-  computer.down(pad, "left_control");
-  computer.desk.release(pad, KeyName("left_control"));
+  computer.desk.press(pad, KeyName("a"));
   computer.desk.events().disableTaps(InputEvent::tapDisabledByTimeout);
   computer.desk.queue().run();
-  computer.heard();
-  computer.down(pad, "left_control");
-  EXPECT_EQ(computer.heard(), "*left_control+ *left_control-");
-  computer.down(pad, "f");
-  EXPECT_EQ(computer.heard(), "*v+ *v-");
+  EXPECT_EQ(computer.heard(), "a+");
+  computer.up(pad, "a");
+  EXPECT_EQ(computer.heard(), "a-");
+  EXPECT_EQ(tapped(), remapped);
+}
+
+TEST_F(TapLifecycleTest, aKeyHeldBackIsGivenAsAShortPressWhenTheTapWasDisabled) {
+  start();
+  computer.engine->apply(customSet({{{"left_control", "f"}, keyOutput("v")}}));
+  for (const bool releasedUnseen : {true, false}) {
+    computer.down(pad, "left_control");
+    if (releasedUnseen) computer.desk.release(pad, KeyName("left_control"));
+    computer.desk.events().disableTaps(InputEvent::tapDisabledByTimeout);
+    computer.pass(1);
+    computer.up(pad, "left_control");
+    EXPECT_EQ(computer.heard(), releasedUnseen ? "left_control- *left_control+ *left_control-"
+                                               : "*left_control+ *left_control- left_control-");
+    computer.down(pad, "left_control");
+    computer.down(pad, "f");
+    computer.up(pad, "f");
+    computer.up(pad, "left_control");
+    EXPECT_EQ(computer.heard(), "*v+ *v-") << "and the chord works at once";
+  }
+}
+
+TEST_F(TapLifecycleTest, aRewrittenModifierIsReleasedWhenTheTapWasDisabled) {
+  start();
+  MappingSet set = customSet({{{}, chordOutput({Modifier::command}, "c")}});
+  set.portable = true;
+  computer.engine->apply(set);
+  computer.down(pad, "right_command");
+  computer.desk.release(pad, KeyName("right_command"));
+  computer.desk.events().disableTaps(InputEvent::tapDisabledByTimeout);
+  computer.desk.queue().run();
+  EXPECT_EQ(computer.heard(), "left_command+ right_command- *left_command-");
 }
 
 TEST_F(TapLifecycleTest, theTapGoesWithTheEngine) {

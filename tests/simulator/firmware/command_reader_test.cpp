@@ -227,6 +227,24 @@ TEST_F(CommandReaderTest, aQuietLineEndsHalfACommand) {
   EXPECT_EQ(receive(query), Commands{query});
 }
 
+TEST_F(CommandReaderTest, aCountThatChangesOnTheWaySpoilsTheCommand) {
+  const std::string command = commandOf(165);
+  EXPECT_EQ(receiveAll({"S1[1/2]" + command.substr(0, 55), "S1[2/3]" + command.substr(55, 55),
+                        "S1[3/3]" + command.substr(110)}),
+            Commands{});
+  EXPECT_EQ(dropped(), 2) << "what had two frames, and what has three";
+  expectUnderstanding();
+}
+
+TEST_F(CommandReaderTest, countsAnewAfterAWholeCommand) {
+  const Commands frames = framesOf(commandOf(200), 3);
+  receiveAll({frames[1], frames[2]});
+  EXPECT_EQ(dropped(), 1);
+  receive(query);
+  receiveAll({frames[1], frames[2]});
+  EXPECT_EQ(dropped(), 2);
+}
+
 TEST_F(CommandReaderTest, countsAnewWhenASequenceNumberComesAgain) {
   const Commands frames = framesOf(commandOf(200), 3);
   receiveAll({frames[0], frames[2]});
