@@ -40,6 +40,7 @@ struct Bench {
     engine = std::make_unique<TapEngine>(
         desk.queue(), std::make_shared<IOKitSenderResolver>(), nullptr, [] { return true; },
         [] { return true; });
+    engine->startTap();
     engine->apply(singleBinding());
     down = event(true, static_cast<std::int64_t>(desk.leafSender(pad, 0x07)));
     up = event(false, static_cast<std::int64_t>(desk.leafSender(pad, 0x07)));

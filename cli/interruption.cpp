@@ -17,7 +17,7 @@ InterruptibleClock::InterruptibleClock() {
   // Without SA_RESTART, so that the signal interrupts a sleep.
   struct sigaction noting {};
   noting.sa_handler = noteInterruption;
-  ::sigemptyset(&noting.sa_mask);
+  sigemptyset(&noting.sa_mask); // a macro on macOS
   ::sigaction(SIGINT, &noting, nullptr);
 }
 

@@ -1,4 +1,4 @@
-#include "cli/commands.h"
+#include "cli/simulate_command.h"
 
 #include <mach-o/dyld.h>
 #include <unistd.h>
@@ -7,8 +7,6 @@
 #include <cerrno>
 #include <cstdint>
 #include <filesystem>
-#include <memory>
-#include <optional>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -20,11 +18,6 @@ namespace trellivar::cli {
 
 namespace {
 
-struct SimulateOptions {
-  std::optional<std::string> script;
-  bool json = false;
-};
-
 std::filesystem::path programOnDesk() {
   std::array<char, 4096> path{};
   auto size = static_cast<std::uint32_t>(path.size());
@@ -33,8 +26,10 @@ std::filesystem::path programOnDesk() {
   return std::filesystem::canonical(path.data()).parent_path() / "trellivarctl-desk";
 }
 
+} // namespace
+
 /// Returns only by an exception.
-void runSimulate(const Context& context, const SimulateOptions& options) {
+void runSimulate(Context& context, const SimulateOptions& options) {
   std::vector<std::string> arguments{programOnDesk().string()};
   if (context.dataDir) arguments.insert(arguments.end(), {"--data-dir", *context.dataDir});
   arguments.emplace_back("simulate");
@@ -47,16 +42,6 @@ void runSimulate(const Context& context, const SimulateOptions& options) {
   pointers.push_back(nullptr);
   ::execv(pointers.front(), pointers.data());
   throw Failure(arguments.front() + ": " + std::generic_category().message(errno));
-}
-
-} // namespace
-
-void addSimulate(CLI::App& app, Context& context) {
-  auto options = std::make_shared<SimulateOptions>();
-  CLI::App* command = app.add_subcommand("simulate", "Run the whole engine on a simulated desk");
-  command->add_option("SCRIPT", options->script, "Steps as JSON Lines; without it, a tour");
-  command->add_flag("--json", options->json, "Report as JSON Lines");
-  command->callback([&context, options] { runSimulate(context, *options); });
 }
 
 } // namespace trellivar::cli

@@ -47,4 +47,17 @@ struct TapAction {
 /// one for each sender that is due when holds are flushed.
 using TapActions = InlineVector<TapAction, 4>;
 
+/// Whether the current event goes on: the last action that says so decides, and it does if none
+/// says anything.
+inline bool letsThrough(const TapActions& actions) noexcept {
+  bool result = true;
+  for (const TapAction& action : actions) {
+    if (std::holds_alternative<TapAction::Suppress>(action.value)) result = false;
+    if (std::holds_alternative<TapAction::Pass>(action.value) ||
+        std::holds_alternative<TapAction::Rewrite>(action.value))
+      result = true;
+  }
+  return result;
+}
+
 } // namespace trellivar

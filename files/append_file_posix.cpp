@@ -20,16 +20,17 @@ int openForAppending(const char* path) noexcept {
   return open(path, flags | O_CREAT, readableByEveryone);
 }
 
-bool isRegularFile(int descriptor) noexcept {
+/// A file with a second name may be somebody's document, linked to where the log is expected.
+bool isPlainFile(int descriptor) noexcept {
   struct stat status {};
-  return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+  return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && status.st_nlink == 1;
 }
 
 } // namespace
 
 bool appendToFile(const std::filesystem::path& path, std::string_view bytes) noexcept {
   const FileDescriptor file(openForAppending(path.c_str()));
-  if (!file.isOpen() || !isRegularFile(file.get())) return false;
+  if (!file.isOpen() || !isPlainFile(file.get())) return false;
   return write(file.get(), bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
 }
 

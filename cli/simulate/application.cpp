@@ -119,6 +119,7 @@ auto Application::awaited(std::function<void(const Outcome<Result>&)> completion
 }
 
 void Application::learn(int key, Learned completion) {
+  endActiveCapture();
   learning_ = device_.identity();
   machine_.engine.setDeviceIgnored(true, device_.vendorId, device_.productId);
   attemptLearn({key, captureToken_, capturePeriods}, awaited(std::move(completion)));
@@ -128,6 +129,7 @@ void Application::attemptLearn(Attempt attempt, Learned completion) {
   std::erase_if(captureWork_, [](const WorkItem& work) { return !work.isPending(); });
   captureWork_.push_back(machine_.desk.queue().asyncAfter(
       learnReleaseDelay, [this, attempt, completion = std::move(completion)] {
+        if (attempt.token != captureToken_) return heard(attempt, {}, completion);
         machine_.capturer.capture(learnPeriod,
                                   [=, this](const std::vector<DeviceKeyEvent>& events) mutable {
                                     heard(attempt, events, std::move(completion));
@@ -162,6 +164,7 @@ void Application::keep(int key, const KeySignature& signature) {
 }
 
 void Application::record(int key, Recorded completion) {
+  endActiveCapture();
   attemptRecord({key, captureToken_, capturePeriods}, awaited(std::move(completion)));
 }
 

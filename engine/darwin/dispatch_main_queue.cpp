@@ -16,7 +16,7 @@ namespace {
 using Shared = std::shared_ptr<MainQueue::Block>;
 
 /// `context` is a Shared on the heap, which ends here.
-void runBlock(void* context) {
+void runBlock(void* context) noexcept {
   const std::unique_ptr<Shared> shared(static_cast<Shared*>(context));
   if (const auto block = std::exchange(**shared, nullptr)) block();
 }

@@ -32,8 +32,8 @@ struct ModifierContext {
 };
 
 /// Posts presses and releases in order. A name decides what it stands for: a key, a media key or a
-/// mouse button at the place of the pointer; other names are left out. Ordinary keys keep the flags
-/// that the system gives them. Returns how many events were posted.
+/// mouse button at the place of the pointer; other names are left out. Arrow and function keys keep
+/// the flags that the system gives them. Returns how many events were posted.
 int post(std::span<const TapEvent> events, const ModifierContext& context);
 
 } // namespace trellivar::darwin

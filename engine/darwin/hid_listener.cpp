@@ -51,11 +51,14 @@ std::optional<std::string> HIDInput::text(CFStringRef key) const {
 HIDListener::HIDListener(const Matching& matching, Callback callback)
     : callback_(std::move(callback)),
       manager_(CFRef<IOHIDManagerRef>::adopt(
-          IOHIDManagerCreate(kCFAllocatorDefault, kIOHIDOptionsTypeNone))) {
+          IOHIDManagerCreate(kCFAllocatorDefault, kIOHIDOptionsTypeNone))),
+      openResult_(open(matching)) {}
+
+IOReturn HIDListener::open(const Matching& matching) {
   setMatching(manager_.get(), matching);
   IOHIDManagerRegisterInputValueCallback(manager_.get(), received, this);
   IOHIDManagerScheduleWithRunLoop(manager_.get(), CFRunLoopGetMain(), kCFRunLoopDefaultMode);
-  openResult_ = IOHIDManagerOpen(manager_.get(), kIOHIDOptionsTypeNone);
+  return IOHIDManagerOpen(manager_.get(), kIOHIDOptionsTypeNone);
 }
 
 HIDListener::~HIDListener() {
@@ -64,10 +67,10 @@ HIDListener::~HIDListener() {
 }
 
 void HIDListener::received(void* context, IOReturn /*result*/, void* /*sender*/,
-                           IOHIDValueRef value) {
+                           IOHIDValueRef value) noexcept {
   auto& self = *static_cast<HIDListener*>(context);
-  const IOHIDElementRef element = IOHIDValueGetElement(value);
-  const IOHIDDeviceRef device = IOHIDElementGetDevice(element);
+  IOHIDElementRef element = IOHIDValueGetElement(value);
+  IOHIDDeviceRef device = IOHIDElementGetDevice(element);
   if (self.isRepeated(device)) return;
   self.callback_({device, IOHIDElementGetUsagePage(element), IOHIDElementGetUsage(element),
                   IOHIDValueGetIntegerValue(value)});

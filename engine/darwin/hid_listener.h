@@ -50,7 +50,8 @@ public:
   IOReturn openResult() const noexcept { return openResult_; }
 
 private:
-  static void received(void* context, IOReturn result, void* sender, IOHIDValueRef value);
+  IOReturn open(const Matching& matching);
+  static void received(void* context, IOReturn result, void* sender, IOHIDValueRef value) noexcept;
   bool isRepeated(IOHIDDeviceRef device);
 
   struct Heard {
@@ -60,8 +61,8 @@ private:
 
   Callback callback_;
   CFRef<IOHIDManagerRef> manager_;
-  IOReturn openResult_ = kIOReturnSuccess;
   std::vector<Heard> heard_;
+  IOReturn openResult_; ///< opening may bring values already: the last to be initialised
 };
 
 } // namespace trellivar::darwin

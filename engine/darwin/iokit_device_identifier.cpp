@@ -20,7 +20,11 @@ constexpr bool isKey(std::uint32_t usagePage, std::uint32_t usage) {
 
 void IOKitDeviceIdentifier::identifyNextKeyDevice(Seconds timeout, Completion completion) {
   if (completion_) {
-    queue_.async([earlier = std::exchange(completion_, nullptr)] { earlier(std::nullopt); });
+    std::erase_if(superseded_, [](const WorkItem& work) { return !work.isPending(); });
+    superseded_.push_back(
+        queue_.asyncAfter(Seconds::zero(), [earlier = std::exchange(completion_, nullptr)] {
+          earlier(std::nullopt);
+        }));
   }
   listener_.reset();
   found_.reset();

@@ -5,6 +5,7 @@
 #include "engine/main_queue.h"
 
 #include <optional>
+#include <vector>
 
 namespace trellivar {
 
@@ -25,6 +26,7 @@ private:
   Completion completion_;                 ///< none while nothing is waited for
   std::optional<IdentifiedDevice> found_; ///< the wait is over, but for telling
   WorkItem finishWork_;
+  std::vector<WorkItem> superseded_; ///< waits that others took the place of, yet to be told
 };
 
 } // namespace trellivar

@@ -52,7 +52,7 @@ darwin::IoObject IOKitHotplugWatcher::watch(const char* notification) {
   return iterator;
 }
 
-void IOKitHotplugWatcher::changed(void* context, io_iterator_t iterator) {
+void IOKitHotplugWatcher::changed(void* context, io_iterator_t iterator) noexcept {
   drain(iterator);
   static_cast<IOKitHotplugWatcher*>(context)->fireDebounced();
 }

@@ -20,7 +20,7 @@ public:
   void start() override;
 
 private:
-  static void changed(void* context, io_iterator_t iterator);
+  static void changed(void* context, io_iterator_t iterator) noexcept;
   darwin::IoObject watch(const char* notification);
   void fireDebounced();
 

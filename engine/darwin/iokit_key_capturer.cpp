@@ -33,9 +33,10 @@ void logEvent(const DeviceKeyEvent& captured, int held) {
 void IOKitKeyCapturer::capture(Seconds maxDuration, Completion completion) {
   if (completion_) {
     // Not within this call: whoever hears of its end may want to capture again.
-    queue_.async([completion = std::exchange(completion_, nullptr), events = stop()]() mutable {
-      completion(std::move(events));
-    });
+    std::erase_if(superseded_, [](const WorkItem& work) { return !work.isPending(); });
+    superseded_.push_back(
+        queue_.asyncAfter(Seconds::zero(), [completion = std::exchange(completion_, nullptr),
+                                            events = stop()] { completion(events); }));
   }
   completion_ = std::move(completion);
   events_.clear();
@@ -67,7 +68,7 @@ void IOKitKeyCapturer::handle(const darwin::HIDInput& input) {
   const bool isDown = captured->event.phase == KeyEvent::Phase::down;
   held_ = isDown ? held_ + 1 : std::max(held_ - 1, 0);
   logEvent(*captured, held_);
-  events_.push_back(*std::move(captured));
+  events_.push_back(*captured);
 
   if (held_ == 0)
     settleWork_ = queue_.asyncAfter(settleInterval, [this] { finish(); });

@@ -41,6 +41,7 @@ private:
   WorkItem settleWork_;
   WorkItem overallWork_;
   WorkItem reopenWork_;
+  std::vector<WorkItem> superseded_; ///< captures that others took the place of, yet to be told
 };
 
 } // namespace trellivar

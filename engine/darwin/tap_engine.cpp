@@ -21,7 +21,9 @@ constexpr CGEventMask tapMask =
     CGEventMaskBit(kCGEventOtherMouseDown) | CGEventMaskBit(kCGEventOtherMouseUp);
 static_assert(tapMask == 0x6005C00);
 
-CGEventRef tapped(CGEventTapProxy /*proxy*/, CGEventType type, CGEventRef event, void* engine) {
+/// No exception may leave a function that the system calls.
+CGEventRef tapped(CGEventTapProxy /*proxy*/, CGEventType type, CGEventRef event,
+                  void* engine) noexcept {
   return static_cast<TapEngine*>(engine)->handle(type, event);
 }
 
@@ -59,22 +61,30 @@ TapEngine::~TapEngine() {
 void TapEngine::startTap() {
   if (!trustChecker_()) return removeTap();
   if (tapPort_ && CFMachPortIsValid(tapPort_.get()) == 0) removeTap();
-  if (!tapPort_) {
-    tapPort_ = darwin::CFRef<CFMachPortRef>::adopt(
-        CGEventTapCreate(kCGSessionEventTap, kCGHeadInsertEventTap, kCGEventTapOptionDefault,
-                         tapMask, tapped, this));
-    if (!tapPort_) return;
-    tapSource_ = darwin::CFRef<CFRunLoopSourceRef>::adopt(
-        CFMachPortCreateRunLoopSource(kCFAllocatorDefault, tapPort_.get(), 0));
-    CFRunLoopAddSource(CFRunLoopGetMain(), tapSource_.get(), kCFRunLoopCommonModes);
-    underWay_ = 0;
-    debugLog("tap installed");
-  }
+  if (!tapPort_ && !installTap()) return;
   if (!CGEventTapIsEnabled(tapPort_.get())) CGEventTapEnable(tapPort_.get(), true);
 }
 
+bool TapEngine::installTap() {
+  auto port = darwin::CFRef<CFMachPortRef>::adopt(CGEventTapCreate(
+      kCGSessionEventTap, kCGHeadInsertEventTap, kCGEventTapOptionDefault, tapMask, tapped, this));
+  if (!port) return false;
+  auto source = darwin::CFRef<CFRunLoopSourceRef>::adopt(
+      CFMachPortCreateRunLoopSource(kCFAllocatorDefault, port.get(), 0));
+  if (!source) return false;
+  CFRunLoopAddSource(CFRunLoopGetMain(), source.get(), kCFRunLoopCommonModes);
+  tapPort_ = std::move(port);
+  tapSource_ = std::move(source);
+  debugLog("tap installed");
+  return true;
+}
+
+/// What happens from now on goes by unseen, so nothing is remembered.
 void TapEngine::removeTap() {
   if (!tapPort_) return;
+  expectMissedReleases();
+  keys_ = {};
+  processor_.setTable(processor_.table());
   CGEventTapEnable(tapPort_.get(), false);
   CFRunLoopRemoveSource(CFRunLoopGetMain(), tapSource_.get(), kCFRunLoopCommonModes);
   CFMachPortInvalidate(tapPort_.get());
@@ -123,8 +133,10 @@ void TapEngine::resolveSenders() {
 
 CGEventRef TapEngine::handle(CGEventType type, CGEventRef event) {
   if (type == kCGEventTapDisabledByTimeout || type == kCGEventTapDisabledByUserInput) {
-    expectMissedReleases();
-    startTap();
+    if (tapPort_) {
+      expectMissedReleases();
+      startTap();
+    }
     return event;
   }
   if (darwin::isOwn(event)) {
@@ -132,7 +144,10 @@ CGEventRef TapEngine::handle(CGEventType type, CGEventRef event) {
     return event;
   }
   const std::int64_t sender = darwin::senderOf(event);
-  if (!processor_.senders().contains(sender)) return event;
+  if (!processor_.senders().contains(sender)) {
+    if (type == kCGEventFlagsChanged) noteForeignModifier(event, sender);
+    return event;
+  }
   auto described = darwin::translate(type, event, sender);
   if (!described) return event;
   if (type == kCGEventFlagsChanged && isReleaseInDisguise(*described))
@@ -181,11 +196,34 @@ void TapEngine::releaseMissed(const TapEvent& press, Instant now) {
   }
 }
 
-/// A modifier that changes while it is down comes up, even if the flags say that it is down: then
-/// it is on another keyboard.
+/// A modifier of another keyboard has changed: it was up and is down now, or the reverse.
+void TapEngine::noteForeignModifier(CGEventRef event, std::int64_t sender) {
+  const auto described = darwin::translate(kCGEventFlagsChanged, event, sender);
+  if (!described) return;
+  const ForeignModifier modifier{sender, described->name};
+  ForeignModifier* const known = std::ranges::find(foreignModifiers_, modifier);
+  if (known != foreignModifiers_.end()) {
+    foreignModifiers_.eraseUnordered(known);
+  } else if (isDown(described->kind)) {
+    // So many are of keyboards that have gone; starting over keeps this free of allocations.
+    if (foreignModifiers_.size() == mostForeignModifiers) foreignModifiers_.clear();
+    foreignModifiers_.push_back(modifier);
+  }
+}
+
+bool TapEngine::isHeldElsewhere(const TapEvent& event) const {
+  return std::ranges::any_of(foreignModifiers_,
+                             [&](const auto& other) { return other.name == event.name; }) ||
+         std::ranges::any_of(keys_.all(), [&](const PadKeys::Key& key) {
+           return key.name == event.name && key.sender != event.senderId;
+         });
+}
+
+/// A modifier that changes while it is down comes up, even if the flags say that it is down, when
+/// it is down on another keyboard.
 bool TapEngine::isReleaseInDisguise(const TapEvent& event) {
   const PadKeys::Key* key = keys_.find(event.senderId, event.name);
-  return isDown(event.kind) && key && !key->isUncertain;
+  return isDown(event.kind) && key && !key->isUncertain && isHeldElsewhere(event);
 }
 
 bool TapEngine::isKnownToBeDown(const TapEvent& event) {
@@ -203,36 +241,31 @@ bool TapEngine::isTakenBack(const TapEvent& event) {
 
 CGEventRef TapEngine::carryOut(const TapActions& actions, CGEventRef event,
                                const TapEvent& described) {
-  CGEventRef result = event;
   KeyName deliveredAs = described.name;
   if (isDown(described.kind))
     keys_.press(described.senderId, processor_.senders().at(described.senderId), described.name);
   for (const TapAction& action : actions) {
-    if (std::holds_alternative<TapAction::Pass>(action.value)) {
-      result = event;
-    } else if (std::holds_alternative<TapAction::Suppress>(action.value)) {
-      result = nullptr;
-    } else if (const auto* rewrite = std::get_if<TapAction::Rewrite>(&action.value)) {
+    if (const auto* rewrite = std::get_if<TapAction::Rewrite>(&action.value)) {
       if (darwin::rewriteModifier(event, rewrite->name, isDown(described.kind)))
         deliveredAs = rewrite->name;
-      result = event;
     } else if (const auto* made = std::get_if<TapAction::Post>(&action.value)) {
       underWay_ += darwin::post(*made->events, {});
     } else if (const auto* held = std::get_if<TapAction::Replay>(&action.value)) {
       replay(held->events);
     }
   }
-  PadKeys::Key* key = keys_.find(described.senderId, described.name);
-  if (!key) return result;
-  if (isDown(described.kind)) {
-    if (result) key->deliveredAs = deliveredAs;
-  } else {
-    // A release must not overtake a press that is still on its way.
-    if (key->isPosted && underWay_ > 0) result = nullptr;
-    if (!result) releaseDelivered(*key);
-    keys_.release(described.senderId, described.name);
+  bool passes = letsThrough(actions);
+  if (PadKeys::Key* key = keys_.find(described.senderId, described.name)) {
+    if (isDown(described.kind)) {
+      if (passes) key->deliveredAs = deliveredAs;
+    } else {
+      // A release must not overtake a press that is still on its way.
+      if (key->isPosted && underWay_ > 0) passes = false;
+      if (!passes) releaseDelivered(*key);
+      keys_.release(described.senderId, described.name);
+    }
   }
-  return result;
+  return passes ? event : nullptr;
 }
 
 /// Gives the applications what was held back, as it would have come.
@@ -314,7 +347,8 @@ void TapEngine::armDeadlineTimer() {
   const Seconds delay = *deadline - queue_.now();
   deadlineTimer_ = darwin::CFRef<CFRunLoopTimerRef>::adopt(CFRunLoopTimerCreate(
       kCFAllocatorDefault, CFAbsoluteTimeGetCurrent() + delay.count(), 0, 0, 0,
-      [](CFRunLoopTimerRef, void* engine) { static_cast<TapEngine*>(engine)->flush(); }, &context));
+      [](CFRunLoopTimerRef, void* engine) noexcept { static_cast<TapEngine*>(engine)->flush(); },
+      &context));
   CFRunLoopAddTimer(CFRunLoopGetMain(), deadlineTimer_.get(), kCFRunLoopCommonModes);
   armedFor_ = deadline;
 }

@@ -57,12 +57,23 @@ public:
   CGEventRef handle(CGEventType type, CGEventRef event);
 
 private:
+  struct ForeignModifier {
+    std::int64_t sender;
+    KeyName name;
+    friend bool operator==(const ForeignModifier&, const ForeignModifier&) = default;
+  };
+
+  static constexpr std::size_t mostForeignModifiers = 16;
+
+  bool installTap();
   void removeTap();
   void resolveSenders();
   void settle();
   void releaseWhatWouldStay();
   void expectMissedReleases();
   void releaseMissed(const TapEvent& press, Instant now);
+  void noteForeignModifier(CGEventRef event, std::int64_t sender);
+  bool isHeldElsewhere(const TapEvent& event) const;
   bool isReleaseInDisguise(const TapEvent& event);
   bool isKnownToBeDown(const TapEvent& event);
   bool isTakenBack(const TapEvent& event);
@@ -90,7 +101,9 @@ private:
   darwin::CFRef<CFRunLoopTimerRef> deadlineTimer_;
   std::optional<Instant> armedFor_; ///< when `deadlineTimer_` fires; none: there is no timer
   PadKeys keys_;
-  int underWay_ = 0; ///< events that were posted and have not come by the tap yet
+  InlineVector<ForeignModifier, mostForeignModifiers>
+      foreignModifiers_; ///< down on other keyboards
+  int underWay_ = 0;     ///< events that were posted and have not come by the tap yet
 };
 
 } // namespace trellivar

@@ -27,13 +27,16 @@ Machine::Machine()
 }
 
 std::optional<std::vector<MacroEvent>> Machine::macro(std::string_view mode, int key) const {
-  auto stored = firmware.macro(mode, key);
+  const auto stored = firmware.macro(mode, key);
   if (!stored) return std::nullopt;
-  return std::move(stored->steps);
+  std::vector<MacroEvent> steps;
+  for (int i = 0; i < stored->repeatCount; ++i)
+    steps.insert(steps.end(), stored->steps.begin(), stored->steps.end());
+  return steps;
 }
 
 std::string Machine::calloutPath() {
-  if (!port_) port_.emplace(firmware);
+  if (!port) port.emplace(firmware);
   return std::string(calloutDevice);
 }
 
@@ -44,7 +47,7 @@ Orlo3SerialLink Machine::link(LinkClock& clock) {
 
 /// Behind the device file that the desk names stands a pseudo-terminal of another name.
 std::unique_ptr<SerialPort> Machine::open(const std::string& path, LinkClock& clock) const {
-  return openSerialPort(path == calloutDevice && port_ ? port_->path() : path, clock);
+  return openSerialPort(path == calloutDevice && port ? port->path() : path, clock);
 }
 
 } // namespace trellivar::desk

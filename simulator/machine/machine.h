@@ -27,7 +27,7 @@ class Machine {
 public:
   /// How long the watcher waits for the end of a burst of changes.
   static constexpr Seconds hotplugDebounce{0.3};
-  static constexpr DeviceIdentity keyboardIdentity{0x1D6B, 0x0104};
+  static constexpr DeviceIdentity keyboardIdentity{0x1234, 0x0001};
 
   Machine();
   Machine(const Machine&) = delete;
@@ -48,13 +48,13 @@ public:
   /// The serial link to the pad, in real time on `clock`, which must outlive it.
   Orlo3SerialLink link(LinkClock& clock);
 
+  /// A pseudo-terminal from the first connection by cable on.
+  std::optional<firmware::FirmwarePort> port;
+
 private:
   std::string calloutPath();
   std::optional<std::vector<MacroEvent>> macro(std::string_view mode, int key) const;
   std::unique_ptr<SerialPort> open(const std::string& path, LinkClock& clock) const;
-
-  /// A pseudo-terminal from the first connection by cable on.
-  std::optional<firmware::FirmwarePort> port_;
 };
 
 } // namespace trellivar::desk

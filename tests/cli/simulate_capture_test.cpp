@@ -171,6 +171,15 @@ TEST_F(SimulateCapture, aRecordingKeepsTheLabelOfTheKey) {
   EXPECT_EQ(mappings()[0]["output"]["sequence"]["keys"][0]["keyCode"], "y");
 }
 
+TEST_F(SimulateCapture, whatIsStartedAnewTakesThePlaceOfWhatIsRunning) {
+  const Simulation played =
+      play({overBluetooth, learn(1), wait("1"), R"({"record":2})", wait("1"),
+            R"({"type":["left_command","v"]})", wait("1"), learn(3), wait("1"), press(3)});
+  EXPECT_TRUE(played.resultOf(2).contains("error"));
+  EXPECT_TRUE(played.resultOf(4).contains("chord"));
+  EXPECT_TRUE(played.resultOf(8).contains("codes"));
+}
+
 TEST_F(SimulateCapture, tellsInWordsWhatWasHeard) {
   EXPECT_EQ(told({mode("R"), overBluetooth, learn(1), R"({"press":[1,2]})", wait("0.6"), record(1),
                   type(R"("left_command","k")"), wait("0.6"), learn(3)}),

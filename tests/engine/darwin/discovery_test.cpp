@@ -1,8 +1,13 @@
 #include "engine/darwin/iokit_device_enumerator.h"
 #include "engine/darwin/iokit_device_identifier.h"
+#include "engine/log.h"
 #include "tests/engine/darwin/computer.h"
 
+#include <unistd.h>
+
 #include <algorithm>
+#include <fstream>
+#include <iterator>
 
 namespace trellivar {
 
@@ -102,6 +107,15 @@ TEST_F(EnumeratorTest, aRegistryThatChangesMeanwhileIsSearchedAgain) {
     attach({.product = "Late", .identity = {5, 6}, .interfaces = {{DeviceDescription::keyboard}}});
   });
   EXPECT_EQ(listed(), "Alpha 1:2, Beta 3:4, Late 5:6");
+}
+
+TEST_F(EnumeratorTest, theLogTellsWhatWasFound) {
+  const std::string own = "Board " + std::to_string(getpid()); // other programs write there too
+  attach({.product = own, .identity = {1, 2}, .interfaces = {{DeviceDescription::keyboard}}});
+  enumerator.connectedKeyboards();
+  std::ifstream file{std::string(logPath)};
+  const std::string log{std::istreambuf_iterator<char>(file), {}};
+  EXPECT_NE(log.find("] enumerate → " + own + " (1:2)\n"), std::string::npos);
 }
 
 TEST(ShouldIncludeTest, aKeyboardOrAKnownPadBelongsIntoTheList) {

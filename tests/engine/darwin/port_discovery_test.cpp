@@ -71,6 +71,13 @@ TEST_F(PortDiscoveryTest, aVendorIdThatIsNoNumberIsAsGoodAsMissing) {
   EXPECT_EQ(darwin::discoverPadPort(), "/dev/cu.usbmodem1");
 }
 
+TEST_F(PortDiscoveryTest, aServiceBelowNoVendorIdIsSkipped) {
+  serial(plain(plain(0)), {{"IOCalloutDevice", "/dev/cu.usbmodem1"}});
+  EXPECT_EQ(darwin::discoverPadPort(), std::nullopt);
+  serialBelow("/dev/cu.usbmodem2", padVendor, 2);
+  EXPECT_EQ(darwin::discoverPadPort(), "/dev/cu.usbmodem2");
+}
+
 TEST_F(PortDiscoveryTest, theNearestVendorIdCounts) {
   const auto above = plain(0, {{"idVendor", padVendor}});
   const auto hub = plain(above, {{"idVendor", std::int64_t{0x1D6B}}});

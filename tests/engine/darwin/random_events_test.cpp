@@ -55,7 +55,7 @@ public:
   }
 
   int events() const { return events_; }
-  /// What applications believe to be down, in words. They know of modifiers by flags.
+  /// What applications believe to be down, in words: by flags and by the events of each key.
   std::string down() const {
     std::string text = sidesText(computer_.desk.events().sessionFlags());
     for (const KeyName name : down_)
@@ -134,7 +134,7 @@ private:
 
   void receive(const InputEvent& event) {
     const auto named = desk::named(event);
-    if (!named || event.type == InputEvent::flagsChanged) return;
+    if (!named) return;
     if (isDown(named->kind))
       down_.insert(named->name);
     else

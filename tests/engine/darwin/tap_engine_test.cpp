@@ -20,6 +20,18 @@ protected:
 
   std::string heard() { return computer.heard(); }
 
+  /// An event of the pad that its keys would not send.
+  void send(std::uint32_t type, std::int64_t keyCode, std::uint64_t flags = 0) {
+    InputEvent event;
+    event.type = type;
+    event.flags = flags;
+    event.setField(InputEvent::keyCode, keyCode);
+    event.setField(InputEvent::senderId,
+                   static_cast<std::int64_t>(computer.desk.leafSender(pad, 0x07)));
+    computer.desk.events().post(desk::EventStream::Level::hid, event);
+    computer.desk.queue().run();
+  }
+
   Computer computer;
   desk::Desk::DeviceId pad = computer.attach(customIdentity);
   desk::Desk::DeviceId keyboard = computer.keyboard;
@@ -45,19 +57,10 @@ TEST_F(TapEngineTest, aPadKeyWithoutABindingPasses) {
 }
 
 TEST_F(TapEngineTest, aKeyWithoutANamePasses) {
-  const auto raw = [&](std::uint32_t type, std::int64_t code) {
-    InputEvent event;
-    event.type = type;
-    event.setField(InputEvent::keyCode, code);
-    event.setField(InputEvent::senderId,
-                   static_cast<std::int64_t>(computer.desk.leafSender(pad, 0x07)));
-    computer.desk.events().post(desk::EventStream::Level::hid, event);
-    computer.desk.queue().run();
-  };
   constexpr std::int64_t keypadEnter = 76;
   constexpr std::int64_t capsLock = 57;
-  raw(InputEvent::keyDown, keypadEnter);
-  raw(InputEvent::flagsChanged, capsLock);
+  send(InputEvent::keyDown, keypadEnter);
+  send(InputEvent::flagsChanged, capsLock);
   ASSERT_EQ(computer.desk.events().received().size(), 2U);
   EXPECT_EQ(computer.desk.events().received()[0].event.field(InputEvent::keyCode), keypadEnter);
   EXPECT_EQ(computer.desk.events().received()[1].event.field(InputEvent::keyCode), capsLock);
@@ -300,6 +303,27 @@ TEST_F(PostedOutputTest, aMouseButtonIsPressedWhereThePointerIs) {
   }
 }
 
+TEST_F(PostedOutputTest, mediaKeysAndButtonsCarryTheModifiersOfTheirOutputToo) {
+  for (const Key& key : {Key{KeyName("mute"), Key::Kind::consumerKeyCode},
+                         Key{KeyName("button3"), Key::Kind::pointingButton}}) {
+    const auto events = posted({Output::Chord{{Modifier::option}, key}});
+    ASSERT_EQ(events.size(), 4U);
+    EXPECT_EQ(events[1].flags & 0x1F20FF, 0x80020U) << key.keyCode.text();
+    EXPECT_EQ(events[2].flags & 0x1F20FF, 0x80020U) << key.keyCode.text();
+  }
+}
+
+TEST_F(PostedOutputTest, nothingThatIsHeldElsewhereGetsIntoAnOutput) {
+  computer.desk.events().setHardwareFlags(0x20002 | InputEvent::secondaryFn); // shift and fn
+  for (const Key& key :
+       {Key{KeyName("c"), Key::Kind::keyCode}, Key{KeyName("mute"), Key::Kind::consumerKeyCode},
+        Key{KeyName("button3"), Key::Kind::pointingButton}}) {
+    for (const InputEvent& event : posted({Output::Chord{{}, key}}))
+      EXPECT_EQ(event.flags & (0x1F20FF | InputEvent::secondaryFn), 0U) << key.keyCode.text();
+    computer.desk.events().setHardwareFlags(0x20002 | InputEvent::secondaryFn);
+  }
+}
+
 TEST_F(PostedOutputTest, aKeyThatCannotBePostedIsLeftOut) {
   EXPECT_EQ(posted(keyOutput("fast_forward")).size(), 0U);
   EXPECT_EQ(
@@ -374,21 +398,12 @@ TEST_F(NormalizationTest, aModifierHeldOnTheKeyboardTooIsStillReleasedOnThePad) 
 }
 
 TEST_F(TapEngineTest, aModifierEventWithoutSidesIsReadFromTheCommonFlag) {
-  const auto raw = [&](std::uint64_t flags) {
-    InputEvent event;
-    event.type = InputEvent::flagsChanged;
-    event.flags = flags;
-    event.setField(InputEvent::keyCode, 60); // right shift
-    event.setField(InputEvent::senderId,
-                   static_cast<std::int64_t>(computer.desk.leafSender(pad, 0x07)));
-    computer.desk.events().post(desk::EventStream::Level::hid, event);
-    computer.desk.queue().run();
-  };
+  constexpr std::int64_t rightShift = 60;
   computer.engine->apply(customSet({{{"right_shift"}, keyOutput("v")}}));
-  raw(0x20000);
+  send(InputEvent::flagsChanged, rightShift, 0x20000);
   EXPECT_EQ(heard(), "*v+ *v-");
-  raw(0);
-  raw(0x20000);
+  send(InputEvent::flagsChanged, rightShift, 0);
+  send(InputEvent::flagsChanged, rightShift, 0x20000);
   EXPECT_EQ(heard(), "*v+ *v-") << "the release in between was seen";
 }
 
@@ -461,7 +476,7 @@ TEST_F(TapEngineTest, anEngineThatGoesWhileAKeyIsHeldBackLeavesNothingBehind) {
   computer.engine.reset();
   EXPECT_EQ(computer.platform.scheduledTimers(), 0U);
   computer.pass(1);
-  EXPECT_EQ(heard(), "");
+  EXPECT_EQ(heard(), "*left_control+ *left_control-") << "the press is not lost";
   computer.tap(pad, "a");
   EXPECT_EQ(heard(), "a+(left_control) a-(left_control)");
 }

@@ -147,6 +147,42 @@ TEST_F(TapLifecycleTest, aRewrittenModifierIsReleasedWhenTheTapWasDisabled) {
   EXPECT_EQ(computer.heard(), "left_command+ right_command- *left_command-");
 }
 
+TEST_F(TapLifecycleTest, anEngineThatGoesReleasesWhatItRenamed) {
+  start();
+  MappingSet set = customSet({{{}, chordOutput({Modifier::command}, "c")}});
+  set.portable = true;
+  computer.engine->apply(set);
+  computer.down(pad, "right_command");
+  computer.engine.reset();
+  computer.up(pad, "right_command");
+  EXPECT_EQ(computer.heard(), "left_command+ *left_command- right_command-");
+}
+
+TEST_F(TapLifecycleTest, whatWasDownWhenTheTapWasRemovedIsForgotten) {
+  start();
+  computer.engine->apply(customSet({{{"left_control", "f"}, keyOutput("v")}}));
+  computer.down(pad, "left_control");
+  computer.desk.setTrusted(false);
+  computer.engine->startTap();
+  EXPECT_EQ(computer.platform.scheduledTimers(), 0U);
+  computer.up(pad, "left_control");
+  computer.desk.setTrusted(true);
+  computer.engine->startTap();
+  computer.pass(1);
+  computer.heard();
+  computer.down(pad, "left_control");
+  computer.down(pad, "f");
+  EXPECT_EQ(computer.heard(), "*v+ *v-");
+}
+
+TEST_F(TapLifecycleTest, aNoticeInstallsNoTapWhereThereIsNone) {
+  computer.engine = std::make_unique<TapEngine>(
+      computer.desk.queue(), std::make_shared<IOKitSenderResolver>(), nullptr, [] { return true; },
+      [] { return true; });
+  EXPECT_EQ(computer.engine->handle(kCGEventTapDisabledByTimeout, nullptr), nullptr);
+  EXPECT_FALSE(computer.engine->tapActive());
+}
+
 TEST_F(TapLifecycleTest, theTapGoesWithTheEngine) {
   start();
   computer.engine.reset();
