@@ -28,7 +28,7 @@ namespace cli {
 
 OrderedJson printable(const DeviceIdentity& identity);
 OrderedJson printable(const TapEvent& event);
-OrderedJson printable(const DeviceKeyEvent& event);
+OrderedJson printable(const DeviceKeyEvent& captured);
 OrderedJson printable(const TapAction& action);
 OrderedJson printable(const MappingTable& table);
 

@@ -168,7 +168,7 @@ void Application::record(int key, Recorded completion) {
   attemptRecord({key, captureToken_, capturePeriods}, awaited(std::move(completion)));
 }
 
-void Application::attemptRecord(Attempt attempt, Recorded completion) {
+void Application::attemptRecord(Attempt attempt, const Recorded& completion) {
   machine_.capturer.capture(recordPeriod, [=, this](const std::vector<DeviceKeyEvent>& events) {
     const Outcome<Output> nothing{std::nullopt, text(L10n::Key::errNoCatchShortcut)};
     if (attempt.token != captureToken_) return completion(nothing);

@@ -74,7 +74,7 @@ private:
   void attemptLearn(Attempt attempt, Learned completion);
   void heard(Attempt attempt, const std::vector<DeviceKeyEvent>& events, Learned completion);
   void keep(int key, const KeySignature& signature);
-  void attemptRecord(Attempt attempt, Recorded completion);
+  void attemptRecord(Attempt attempt, const Recorded& completion);
   void endActiveCapture();
 
   desk::Machine& machine_;
