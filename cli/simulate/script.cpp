@@ -150,10 +150,16 @@ template <> Step decode<Step>(const JsonReader& reader) {
            }},
   };
   reader.object();
+  const Kind* found = nullptr;
   for (const Kind& kind : kinds) {
-    if (reader.has(kind.word)) return {0, kind.read(reader)};
+    if (!reader.has(kind.word)) continue;
+    if (found)
+      reader.fail("a step does one thing, not " + std::string(found->word) + " and " +
+                  std::string(kind.word));
+    found = &kind;
   }
-  reader.fail("there is no such step");
+  if (!found) reader.fail("there is no such step");
+  return {0, found->read(reader)};
 }
 
 } // namespace trellivar

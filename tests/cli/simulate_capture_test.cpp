@@ -98,7 +98,7 @@ TEST_F(SimulateCapture, thePadIsRemappedAgainAfterLearningHasFailed) {
 }
 
 TEST_F(SimulateCapture, learningFailsWhenThePadIsPulledInTheMiddle) {
-  const Simulation simulation = play({onCable, learn(1), R"({"press":1,"hold":0.02})", wait("0.1"),
+  const Simulation simulation = play({onCable, learn(1), R"({"press":1,"hold":0.02})", wait("0.3"),
                                       away, learn(2), away, askStatus});
   EXPECT_TRUE(simulation.resultOf(2).contains("codes")) << "its keys had come up already";
   EXPECT_EQ(simulation.resultOf(6), missedKey);

@@ -35,6 +35,7 @@ TEST_F(SimulateScript, aStepIsAnObjectOfAKnownKind) {
            {R"({})", "there is no such step"},
            {R"({"Press":1})", "there is no such step"},
            {R"({"hold":1})", "there is no such step"},
+           {R"({"press":1,"wait":3})", "a step does one thing, not press and wait"},
            {R"([{"press":1}])", "expected an object, found a list"},
            {R"("press")", "expected an object, found a text"},
            {R"(null)", "expected an object, found null"},
