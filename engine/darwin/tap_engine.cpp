@@ -84,6 +84,7 @@ void TapEngine::removeTap() {
   if (!tapPort_) return;
   expectMissedReleases();
   keys_ = {};
+  underWay_ = 0;
   processor_.setTable(processor_.table());
   CGEventTapEnable(tapPort_.get(), false);
   CFRunLoopRemoveSource(CFRunLoopGetMain(), tapSource_.get(), kCFRunLoopCommonModes);

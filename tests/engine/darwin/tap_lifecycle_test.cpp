@@ -175,6 +175,22 @@ TEST_F(TapLifecycleTest, whatWasDownWhenTheTapWasRemovedIsForgotten) {
   EXPECT_EQ(computer.heard(), "*v+ *v-");
 }
 
+TEST_F(TapLifecycleTest, whatWasOnItsWayWhenTheTapWasRemovedIsNotWaitedFor) {
+  start();
+  computer.engine->apply(customSet({{{"left_control", "f"}, keyOutput("v")}}));
+  computer.down(pad, "left_control");
+  computer.desk.setTrusted(false);
+  computer.engine->startTap(); // gives back the press, which no tap sees
+  computer.up(pad, "left_control");
+  computer.desk.setTrusted(true);
+  computer.engine->startTap();
+  computer.down(pad, "left_control");
+  computer.pass(1);
+  computer.heard();
+  computer.up(pad, "left_control");
+  EXPECT_EQ(computer.heard(), "left_control-") << "the pad's own release, not one of the engine";
+}
+
 TEST_F(TapLifecycleTest, aNoticeInstallsNoTapWhereThereIsNone) {
   computer.engine = std::make_unique<TapEngine>(
       computer.desk.queue(), std::make_shared<IOKitSenderResolver>(), nullptr, [] { return true; },
