@@ -1,5 +1,7 @@
 #include "simulator/desk/key_codes.h"
 
+#include "engine/modifier_flags.h"
+
 #include <array>
 #include <string_view>
 #include <unordered_map>
@@ -144,19 +146,6 @@ std::optional<NamedEvent> namedAs(Family family, std::int64_t number, TapEvent::
   return NamedEvent{kind, name};
 }
 
-/// Its own side's bit if the event tells sides at all for this modifier, else the common bit.
-bool isModifierDown(const InputEvent& event, const KeyCodes& codes) {
-  constexpr std::uint64_t sides = 0x207F;
-  const std::uint64_t common = codes.flags & ~sides;
-  std::uint64_t pair = 0;
-  for (const Row& row : rows) {
-    if (row.codes.family == Family::modifier && (row.codes.flags & common) != 0)
-      pair |= row.codes.flags & sides;
-  }
-  if ((event.flags & pair) != 0) return (event.flags & codes.flags & sides) != 0;
-  return (event.flags & common) != 0;
-}
-
 } // namespace
 
 std::optional<KeyCodes> keyCodes(KeyName name) {
@@ -180,7 +169,7 @@ std::optional<NamedEvent> named(const InputEvent& event) {
     return namedAs(Family::key, event.field(InputEvent::keyCode), Kind::keyUp);
   case InputEvent::flagsChanged: {
     auto result = namedAs(Family::modifier, event.field(InputEvent::keyCode), Kind::keyUp);
-    if (result && isModifierDown(event, *keyCodes(result->name))) result->kind = Kind::keyDown;
+    if (result && modifier_flags::isDown(event.flags, result->name)) result->kind = Kind::keyDown;
     return result;
   }
   case InputEvent::systemDefined:
