@@ -1,6 +1,7 @@
 #include "core/signature_store.h"
 
 #include "core/json/coding.h"
+#include "core/json/decoding_error.h"
 #include "files/durable_file.h"
 
 #include <exception>
@@ -8,25 +9,37 @@
 
 namespace trellivar {
 
-SignatureStore::SignatureStore(std::filesystem::path directory)
-    : directory_(std::move(directory)) {}
+SignatureStore::SignatureStore(std::filesystem::path directory,
+                               std::function<void(std::string_view)> report)
+    : directory_(std::move(directory)), report_(std::move(report)) {}
 
 std::vector<StoredDeviceSignatures> SignatureStore::load() const {
   try {
     const auto text = readFile(signaturesFile());
-    if (!text) return {};
-    const Json document = parseJson(*text);
-    return JsonReader(document).list<StoredDeviceSignatures>();
-  } catch (const std::exception&) {
-    return {};
+    const Json document = text ? parseJson(*text) : Json::array();
+    auto records = JsonReader(document).list<StoredDeviceSignatures>();
+    lastFailure_.clear();
+    return records;
+  } catch (const DecodingError& error) {
+    failed("the learned keys cannot be read: " + signaturesFile().string() + ":" + error.what());
+  } catch (const std::exception& error) {
+    failed(std::string("the learned keys cannot be read: ") + error.what());
   }
+  return {};
 }
 
 void SignatureStore::save(std::span<const StoredDeviceSignatures> records) const {
   try {
     replaceFile(signaturesFile(), prettyPrinted(encodeList(records)));
-  } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): see the header
+    lastFailure_.clear();
+  } catch (const std::exception& error) {
+    failed(std::string("the learned keys cannot be saved: ") + error.what());
   }
+}
+
+void SignatureStore::failed(const std::string& what) const {
+  if (report_ && what != lastFailure_) report_(what);
+  lastFailure_ = what;
 }
 
 } // namespace trellivar

@@ -3,7 +3,10 @@
 #include "core/stored_signatures.h"
 
 #include <filesystem>
+#include <functional>
 #include <span>
+#include <string>
+#include <string_view>
 #include <vector>
 
 namespace trellivar {
@@ -19,10 +22,12 @@ public:
 
 /// The signatures in one file of the data folder, replaced whole, atomically and durably. A file
 /// that cannot be read or decoded loads as empty, and the next save overwrites it; a save that
-/// fails leaves the previous file as it was.
+/// fails leaves the previous file as it was. One thread.
 class SignatureStore final : public SignaturePersisting {
 public:
-  explicit SignatureStore(std::filesystem::path directory);
+  /// `report` takes what could not be done and why, the same failure of successive operations once.
+  explicit SignatureStore(std::filesystem::path directory,
+                          std::function<void(std::string_view)> report = {});
 
   const std::filesystem::path& directory() const noexcept { return directory_; }
   std::filesystem::path signaturesFile() const { return directory_ / "signatures.json"; }
@@ -31,7 +36,11 @@ public:
   void save(std::span<const StoredDeviceSignatures> records) const override;
 
 private:
+  void failed(const std::string& what) const;
+
   std::filesystem::path directory_;
+  std::function<void(std::string_view)> report_;
+  mutable std::string lastFailure_; ///< empty since the last success
 };
 
 } // namespace trellivar

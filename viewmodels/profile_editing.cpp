@@ -1,21 +1,20 @@
-#include "cli/profile_editing.h"
+#include "viewmodels/profile_editing.h"
 
 #include "core/trimmed.h"
 
 #include <algorithm>
+#include <utility>
 
-namespace trellivar::cli {
+namespace trellivar {
 
-KeyMapping* mappingOf(Profile& profile, int keyId) {
+const KeyMapping* mappingOf(const Profile& profile, int keyId) {
   const auto found = std::ranges::find(profile.mappings, keyId, &KeyMapping::fromKeyId);
   return found == profile.mappings.end() ? nullptr : &*found;
 }
 
-void bindKey(Profile& profile, int keyId, const Output& output,
-             const std::optional<std::string>& label) {
+void bindKey(Profile& profile, int keyId, const Output& output) {
   const KeyMapping* old = mappingOf(profile, keyId);
   KeyMapping mapping{keyId, output, old ? old->label : std::nullopt};
-  if (label) mapping.label = labelFrom(*label);
   unbindKey(profile, keyId);
   profile.mappings.push_back(std::move(mapping));
 }
@@ -25,10 +24,12 @@ bool unbindKey(Profile& profile, int keyId) {
                        [&](const KeyMapping& mapping) { return mapping.fromKeyId == keyId; }) > 0;
 }
 
-std::optional<std::string> labelFrom(std::string_view text) {
+bool labelKey(Profile& profile, int keyId, std::string_view text) {
+  const auto found = std::ranges::find(profile.mappings, keyId, &KeyMapping::fromKeyId);
+  if (found == profile.mappings.end()) return false;
   const std::string_view label = trimmed(text);
-  if (label.empty()) return std::nullopt;
-  return std::string(label);
+  found->label = label.empty() ? std::nullopt : std::optional(std::string(label));
+  return true;
 }
 
-} // namespace trellivar::cli
+} // namespace trellivar

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "core/signature_store.h"
+
+#include <span>
+#include <vector>
+
+namespace trellivar {
+
+/// A store of signatures without a file.
+class MemorySignatures final : public SignaturePersisting {
+public:
+  std::vector<StoredDeviceSignatures> load() const override { return records; }
+  void save(std::span<const StoredDeviceSignatures> next) const override {
+    records.assign(next.begin(), next.end());
+    ++saves;
+  }
+
+  mutable std::vector<StoredDeviceSignatures> records;
+  mutable int saves = 0;
+};
+
+} // namespace trellivar
