@@ -2,10 +2,10 @@
 
 #include "cli/input.h"
 #include "core/json/coding.h"
-#include "core/mode_profiles.h"
 
 #include <cstdlib>
 #include <system_error>
+#include <utility>
 
 namespace trellivar::cli {
 
@@ -40,8 +40,11 @@ std::filesystem::path dataFolder(const Context& context) {
 }
 
 std::vector<Profile> loadProfiles(const ProfileStore& store) {
-  const auto loaded = decodingFile(store.profilesFile().string(), [&] { return store.load(); });
-  return migrateAtStart(store, loaded);
+  return decodingFile(store.profilesFile().string(), [&] { return store.load(); });
+}
+
+ProfileListViewModel openProfiles(const ProfileStore& store, Report report) {
+  return {store, loadProfiles(store), std::move(report)};
 }
 
 std::vector<Profile> readProfiles(Context& context, const std::string& file) {

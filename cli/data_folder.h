@@ -3,6 +3,7 @@
 #include "cli/context.h"
 #include "core/profile.h"
 #include "core/profile_store.h"
+#include "viewmodels/profile_list_view_model.h"
 
 #include <filesystem>
 #include <string>
@@ -16,9 +17,14 @@ namespace trellivar::cli {
 /// the way.
 std::filesystem::path dataFolder(const Context& context);
 
-/// The profiles of the data folder, after the sequence that every start runs on them. A file that
-/// cannot be read is left alone: throws BadInput that says where it is wrong.
+/// The profiles as they are stored. A file that cannot be read is left alone: throws BadInput that
+/// says where it is wrong.
 std::vector<Profile> loadProfiles(const ProfileStore& store);
+
+/// The list of the application, after the sequence that every start runs on it. `report` takes the
+/// failures to save it.
+ProfileListViewModel openProfiles(
+    const ProfileStore& store, Report report = [](auto) {});
 
 /// A list of profiles from a file of the user's. Throws BadInput, Failure.
 std::vector<Profile> readProfiles(Context& context, const std::string& file);

@@ -3,14 +3,15 @@
 #include "cli/diagnostics_json.h"
 #include "cli/input.h"
 #include "cli/interruption.h"
+#include "cli/link_name.h"
 #include "cli/local_machine.h"
-#include "cli/pad_link_state.h"
 #include "core/json/quoted.h"
 #include "core/known_devices.h"
 #include "core/mode_sets.h"
 #include "core/signature_store.h"
 #include "engine/log.h"
-#include "engine/recognised_pads.h"
+#include "viewmodels/device_list_view_model.h"
+#include "viewmodels/mapping_view_model.h"
 
 #include <memory>
 #include <optional>
@@ -41,7 +42,7 @@ struct DevicesOptions {
 /// What the devices command tells.
 struct DeviceReport {
   std::vector<ConnectedDevice> devices;
-  PadLinkState link;
+  PadLink link;
   std::optional<std::string> port;
 };
 
@@ -56,10 +57,10 @@ std::string jsonText(const DeviceReport& report) {
                        {"vendorId", device.vendorId},
                        {"productId", device.productId},
                        {"modeId", orNull(modeOf(device))},
-                       {"isUSB", isOnCable(device)}});
+                       {"isUSB", DeviceListViewModel::isOnCable(device)}});
   }
   const OrderedJson document{
-      {"devices", devices}, {"padLink", rawValue(report.link)}, {"port", orNull(report.port)}};
+      {"devices", devices}, {"padLink", linkName(report.link)}, {"port", orNull(report.port)}};
   return document.dump(-1, ' ', false, OrderedJson::error_handler_t::replace) + '\n';
 }
 
@@ -69,11 +70,12 @@ std::string wordedText(const DeviceReport& report) {
     text += device.name + "  " + std::to_string(device.vendorId) + ":" +
             std::to_string(device.productId);
     if (const auto mode = modeOf(device))
-      text += "  mode " + *mode + (isOnCable(device) ? ", cable" : ", Bluetooth");
+      text +=
+          "  mode " + *mode + (DeviceListViewModel::isOnCable(device) ? ", cable" : ", Bluetooth");
     text += '\n';
   }
   if (report.devices.empty()) text = "no devices\n";
-  text += "pad link: " + std::string(rawValue(report.link)) + '\n';
+  text += "pad link: " + std::string(linkName(report.link)) + '\n';
   return text + "serial port: " + report.port.value_or("none") + '\n';
 }
 
@@ -81,20 +83,29 @@ void runDevices(Context& context, const DevicesOptions& options) {
   const LocalMachine machine = context.machine();
   noteWhatIsMissing(context, machine);
   const auto keyboards = machine.enumerator->connectedKeyboards();
-  const DeviceReport report{options.all ? keyboards : recognisedPads(keyboards),
-                            padLinkState(keyboards), context.discoverPort()};
+  const DeviceReport report{options.all ? keyboards : DeviceListViewModel::collapse(keyboards),
+                            DeviceListViewModel::link(keyboards), context.discoverPort()};
   context.out = options.json ? jsonText(report) : wordedText(report);
 }
 
-/// The engine knows of a pad only what it is to remap, which is the stored profiles.
-EngineStatus statusWith(RemapEngine& engine, const std::filesystem::path& folder) {
-  const ProfileStore profiles(folder);
-  const auto loaded =
-      decodingFile(profiles.profilesFile().string(), [&] { return profiles.load(); });
-  const auto signatures = SignatureStore(folder).load();
-  const TrellivarDevice pad = initialDevice().applyingStoredSignatures(signatures);
-  engine.applyAll(setsForAllModes(pad, loaded, signatures, {}));
-  return engine.status(pad.name);
+/// The engine knows of a pad only what it is to remap, which is the stored profiles. Nothing is
+/// written: what a start would make of them is enough.
+EngineStatus statusWith(const std::shared_ptr<RemapEngine>& engine,
+                        const std::filesystem::path& folder) {
+  const auto profiles = ProfileListViewModel::migrated(loadProfiles(ProfileStore(folder)));
+  StubMainQueue queue;
+  const auto mapping = MappingViewModel::make({
+      .queue = queue,
+      .device = initialDevice(),
+      .profile = profiles.front(),
+      .engine = engine,
+      .capturer = std::make_shared<StubKeyCapturer>(),
+      .signatures = std::make_shared<SignatureStore>(folder),
+      .allProfiles = [&profiles] { return profiles; },
+      .report = [](std::string_view what) { throw Failure(std::string(what)); },
+  });
+  mapping->reapply();
+  return engine->status(mapping->device()->name);
 }
 
 std::string yesOrNo(bool value) { return value ? "yes" : "no"; }
@@ -102,7 +113,7 @@ std::string yesOrNo(bool value) { return value ? "yes" : "no"; }
 void runStatus(Context& context, bool asJson) {
   const auto folder = dataFolder(context);
   const LocalMachine machine = context.machine();
-  const EngineStatus status = statusWith(*machine.engine, folder);
+  const EngineStatus status = statusWith(machine.engine, folder);
   noteWhatIsMissing(context, machine);
   if (asJson) {
     const OrderedJson document{{"accessibilityGranted", status.accessibilityGranted},

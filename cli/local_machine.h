@@ -20,7 +20,7 @@ struct LocalMachine {
   /// What the machine cannot do, for people; empty: nothing is missing.
   std::string_view missing;
   std::unique_ptr<DeviceEnumerating> enumerator;
-  std::unique_ptr<RemapEngine> engine;
+  std::shared_ptr<RemapEngine> engine;
   Monitor monitor;
 };
 

@@ -1,7 +1,6 @@
 #include "cli/commands.h"
 #include "cli/data_folder.h"
 #include "cli/input.h"
-#include "cli/profile_editing.h"
 #include "cli/shortcut.h"
 #include "core/json/coding.h"
 #include "core/json/quoted.h"
@@ -9,6 +8,7 @@
 #include "core/mode_profiles.h"
 #include "core/utf8.h"
 #include "files/durable_file.h"
+#include "viewmodels/profile_editing.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -52,21 +52,25 @@ void checkText(const std::string& text) {
   if (!utf8::isValid(text)) throw BadInput("the label is not valid UTF-8");
 }
 
-Profile& profileOf(std::vector<Profile>& profiles, const std::string& mode) {
-  return *std::ranges::find(profiles, mode, &Profile::name);
-}
-
 [[noreturn]] void failUnbound(const ProfileOptions& options) {
   throw Failure("key " + options.key + " of mode " + options.mode + " has no binding");
 }
 
-/// Loads the profiles, applies `edit` to the one of the mode, saves.
+ProfileListViewModel profilesOf(const Context& context) {
+  return openProfiles(ProfileStore(dataFolder(context)));
+}
+
+/// Applies `edit` to the profile of the mode. Throws Failure if it cannot be saved.
 void editProfile(const Context& context, const ProfileOptions& options,
                  const std::function<void(Profile&)>& edit) {
-  const ProfileStore store(dataFolder(context));
-  std::vector<Profile> profiles = loadProfiles(store);
-  edit(profileOf(profiles, options.mode));
-  store.save(profiles);
+  std::string failure;
+  ProfileListViewModel profiles = openProfiles(
+      ProfileStore(dataFolder(context)), [&failure](std::string_view what) { failure = what; });
+  Profile profile = *profiles.profile(options.mode);
+  edit(profile);
+  failure.clear(); // that of the start, which comes again if it matters
+  profiles.update(profile);
+  if (!failure.empty()) throw Failure(failure);
 }
 
 std::string countOf(std::size_t bindings) {
@@ -104,21 +108,22 @@ std::string describeProfile(const Profile& profile) {
 }
 
 void runList(Context& context, const ProfileOptions&) {
-  for (const Profile& profile : loadProfiles(ProfileStore(dataFolder(context))))
+  const ProfileListViewModel list = profilesOf(context);
+  for (const Profile& profile : *list.profiles())
     context.out += harmless(profile.name) + "  " + countOf(profile.mappings.size()) + '\n';
 }
 
 void runShow(Context& context, const ProfileOptions& options) {
   const auto& mode = options.shownMode;
   if (mode) checkMode(*mode);
-  std::vector<Profile> profiles = loadProfiles(ProfileStore(dataFolder(context)));
+  const ProfileListViewModel list = profilesOf(context);
   if (options.json) {
-    context.out =
-        prettyPrinted(mode ? trellivar::encode(profileOf(profiles, *mode)) : encodeList(profiles));
+    context.out = prettyPrinted(mode ? trellivar::encode(*list.profile(*mode))
+                                     : encodeList(*list.profiles()));
   } else if (mode) {
-    context.out = describeProfile(profileOf(profiles, *mode));
+    context.out = describeProfile(*list.profile(*mode));
   } else {
-    for (const Profile& profile : profiles)
+    for (const Profile& profile : *list.profiles())
       context.out += describeProfile(profile);
   }
 }
@@ -128,8 +133,10 @@ void runBind(Context& context, const ProfileOptions& options) {
   const int keyId = parseKey(options.key);
   const Output output = parseShortcut(options.shortcut);
   if (options.label) checkText(*options.label);
-  editProfile(context, options,
-              [&](Profile& profile) { bindKey(profile, keyId, output, options.label); });
+  editProfile(context, options, [&](Profile& profile) {
+    bindKey(profile, keyId, output);
+    if (options.label) labelKey(profile, keyId, *options.label);
+  });
 }
 
 void runUnbind(Context& context, const ProfileOptions& options) {
@@ -145,9 +152,7 @@ void runLabel(Context& context, const ProfileOptions& options) {
   const int keyId = parseKey(options.key);
   checkText(options.text);
   editProfile(context, options, [&](Profile& profile) {
-    KeyMapping* mapping = mappingOf(profile, keyId);
-    if (!mapping) failUnbound(options);
-    mapping->label = labelFrom(options.text);
+    if (!labelKey(profile, keyId, options.text)) failUnbound(options);
   });
 }
 
@@ -159,8 +164,7 @@ void writeInto(const std::string& device, const std::string& text) {
 }
 
 void runExport(Context& context, const ProfileOptions& options) {
-  const std::string text =
-      prettyPrinted(encodeList(loadProfiles(ProfileStore(dataFolder(context)))));
+  const std::string text = prettyPrinted(encodeList(*profilesOf(context).profiles()));
   if (options.file == "-") {
     context.out = text;
     return;
@@ -176,12 +180,11 @@ void runExport(Context& context, const ProfileOptions& options) {
 void runImport(Context& context, const ProfileOptions& options) {
   const auto imported = readProfiles(context, options.file);
   const ProfileStore store(dataFolder(context));
-  loadProfiles(store);
+  openProfiles(store);
   const auto old = readFile(store.profilesFile());
   if (old) replaceFile(store.directory() / "profiles.json.bak", *old);
   store.save(imported);
-  migrateAtStart(store,
-                 imported); // a list from before there were modes shows at once what it became
+  openProfiles(store); // a list from before there were modes shows at once what it became
 }
 
 using Run = void (*)(Context&, const ProfileOptions&);

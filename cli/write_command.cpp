@@ -10,6 +10,8 @@
 
 #include <memory>
 #include <optional>
+#include <utility>
+#include <vector>
 
 namespace trellivar::cli {
 
@@ -22,9 +24,13 @@ struct WriteOptions {
   bool dryRun = false;
 };
 
+std::vector<Profile> storedProfiles(const Context& context) {
+  return *openProfiles(ProfileStore(dataFolder(context))).profiles();
+}
+
 PortableCommands commandsToWrite(Context& context, const WriteOptions& options) {
-  const auto profiles = options.profilesFile ? readProfiles(context, *options.profilesFile)
-                                             : loadProfiles(ProfileStore(dataFolder(context)));
+  const auto profiles =
+      options.profilesFile ? readProfiles(context, *options.profilesFile) : storedProfiles(context);
   PortableCommands commands = portableCommands(portableModes(profiles));
   if (commands.lines.empty())
     throw Failure(std::string(L10n::text(L10n::Key::errNothingToWrite, AppLanguage::en)));
@@ -57,14 +63,15 @@ std::string sendToPad(Context& context, const WriteOptions& options,
 }
 
 void runWrite(Context& context, const WriteOptions& options) {
-  const PortableCommands commands = commandsToWrite(context, options);
+  PortableCommands commands = commandsToWrite(context, options);
   if (options.dryRun) {
     context.out = framesOf(commands);
     return;
   }
-  const std::string firmware = sendToPad(context, options, commands);
-  context.out = options.json ? jsonReport(firmware, commands).dump() + '\n'
-                             : wordedReport(firmware, commands);
+  std::string firmware = sendToPad(context, options, commands);
+  const WriteStatus::Done done{std::move(firmware), std::move(commands.modes),
+                               std::move(commands.skippedByMode)};
+  context.out = options.json ? jsonReport(done).dump() + '\n' : wordedReport(done);
 }
 
 } // namespace

@@ -17,21 +17,21 @@ template <class List, class Text> std::string joined(const List& items, const Te
 
 } // namespace
 
-OrderedJson jsonReport(const std::string& firmware, const PortableCommands& commands) {
+OrderedJson jsonReport(const WriteStatus::Done& done) {
   OrderedJson skipped = OrderedJson::object();
-  for (const std::string& mode : commands.modes) {
-    const auto keys = commands.skippedByMode.find(mode);
-    if (keys != commands.skippedByMode.end()) skipped[mode] = keys->second;
+  for (const std::string& mode : done.modes) {
+    const auto keys = done.skippedByMode.find(mode);
+    if (keys != done.skippedByMode.end()) skipped[mode] = keys->second;
   }
-  return {{"firmware", firmware}, {"modes", commands.modes}, {"skippedByMode", skipped}};
+  return {{"firmware", done.firmware}, {"modes", done.modes}, {"skippedByMode", skipped}};
 }
 
-std::string wordedReport(const std::string& firmware, const PortableCommands& commands) {
-  const std::string modes = joined(commands.modes, [](const std::string& mode) { return mode; });
-  std::string text = L10n::t(L10n::Key::writtenFmt, modes, firmware) + '\n';
-  for (const std::string& mode : commands.modes) {
-    const auto skipped = commands.skippedByMode.find(mode);
-    if (skipped == commands.skippedByMode.end()) {
+std::string wordedReport(const WriteStatus::Done& done) {
+  const std::string modes = joined(done.modes, [](const std::string& mode) { return mode; });
+  std::string text = L10n::t(L10n::Key::writtenFmt, modes, done.firmware) + '\n';
+  for (const std::string& mode : done.modes) {
+    const auto skipped = done.skippedByMode.find(mode);
+    if (skipped == done.skippedByMode.end()) {
       text += L10n::t(L10n::Key::modeOKFmt, mode) + '\n';
       continue;
     }

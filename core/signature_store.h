@@ -43,4 +43,16 @@ private:
   mutable std::string lastFailure_; ///< empty since the last success
 };
 
+/// Signatures that are kept nowhere else.
+class MemorySignatures final : public SignaturePersisting {
+public:
+  std::vector<StoredDeviceSignatures> load() const override { return records_; }
+  void save(std::span<const StoredDeviceSignatures> records) const override {
+    records_.assign(records.begin(), records.end());
+  }
+
+private:
+  mutable std::vector<StoredDeviceSignatures> records_;
+};
+
 } // namespace trellivar

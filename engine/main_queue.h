@@ -61,6 +61,14 @@ protected:
   MainQueue& operator=(const MainQueue&) = default;
 };
 
+/// On which time stands still and nothing is ever run: for what needs a queue and never uses it.
+class StubMainQueue final : public MainQueue {
+public:
+  Instant now() const override { return {}; }
+  void async(Block /*block*/) override {}
+  WorkItem asyncAfter(Seconds /*delay*/, Block /*block*/) override { return {}; }
+};
+
 /// Where work that blocks is done, off the main thread.
 class BackgroundQueue {
 public:

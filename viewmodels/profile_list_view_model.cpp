@@ -51,14 +51,14 @@ std::vector<Profile> loadOrNothing(const ProfileStore& store, const Report& repo
 
 } // namespace
 
-ProfileListViewModel::ProfileListViewModel(ProfileStore store, Report report)
+ProfileListViewModel::ProfileListViewModel(const ProfileStore& store, Report report)
     : ProfileListViewModel(store, loadOrNothing(store, report), report) {}
 
-ProfileListViewModel::ProfileListViewModel(ProfileStore store, std::span<const Profile> loaded,
-                                           Report report)
+ProfileListViewModel::ProfileListViewModel(std::optional<ProfileStore> store,
+                                           std::span<const Profile> loaded, Report report)
     : store_(std::move(store)), report_(std::move(report)), profiles_(migrated(loaded)) {
   if (!std::ranges::equal(*profiles_, loaded, {}, &Profile::id, &Profile::id)) {
-    store_.saveLegacyBackup(loaded);
+    if (store_) store_->saveLegacyBackup(loaded);
     save();
   }
   activeId_.set(profile(modeNames.front())->id);
@@ -102,8 +102,9 @@ void ProfileListViewModel::setActive(UUID id) {
 }
 
 void ProfileListViewModel::save() const {
+  if (!store_) return;
   try {
-    store_.save(*profiles_);
+    store_->save(*profiles_);
   } catch (const std::exception& error) {
     report_(error.what());
   }

@@ -20,9 +20,9 @@ public:
   /// saved after the old list has been kept in the backup file. The very first start thus writes
   /// three empty profiles and the backup of an empty list. A file that cannot be read counts as an
   /// empty list; it is set aside before another takes its place.
-  explicit ProfileListViewModel(ProfileStore store, Report report = debugLog);
-  /// The same for a list that has been loaded from the store already.
-  ProfileListViewModel(ProfileStore store, std::span<const Profile> loaded,
+  explicit ProfileListViewModel(const ProfileStore& store, Report report = debugLog);
+  /// The same for a list that has been loaded already. Without a store it is kept nowhere.
+  ProfileListViewModel(std::optional<ProfileStore> store, std::span<const Profile> loaded,
                        Report report = debugLog);
   ProfileListViewModel(const ProfileListViewModel&) = delete;
   ProfileListViewModel& operator=(const ProfileListViewModel&) = delete;
@@ -50,7 +50,7 @@ public:
 private:
   void save() const;
 
-  ProfileStore store_;
+  std::optional<ProfileStore> store_;
   Report report_;
   Published<std::vector<Profile>> profiles_;
   Published<std::optional<UUID>> activeId_;

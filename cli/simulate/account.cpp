@@ -1,6 +1,7 @@
 #include "cli/simulate/account.h"
 
 #include "cli/diagnostics_json.h"
+#include "cli/link_name.h"
 #include "cli/shortcut.h"
 #include "cli/write_report.h"
 #include "core/l10n.h"
@@ -99,14 +100,12 @@ struct ResultJson {
     return {{"accessibilityGranted", state.engine.accessibilityGranted},
             {"inputMonitoringGranted", state.engine.inputMonitoringGranted},
             {"trellivarGrabbed", state.engine.trellivarGrabbed},
-            {"padLink", rawValue(state.padLink)}};
+            {"padLink", linkName(state.padLink)}};
   }
   OrderedJson operator()(const KeySignature& signature) const { return encode(signature); }
   OrderedJson operator()(const Output& output) const { return encode(output); }
-  OrderedJson operator()(const Result::Written& written) const {
-    return jsonReport(written.firmware, written.commands);
-  }
-  OrderedJson operator()(Result::NeedPad) const { return {{"needPad", true}}; }
+  OrderedJson operator()(const WriteStatus::Done& done) const { return jsonReport(done); }
+  OrderedJson operator()(WriteStatus::NeedPad) const { return {{"needPad", true}}; }
   OrderedJson operator()(const Result::Error& error) const { return {{"error", error.text}}; }
 };
 
@@ -116,7 +115,7 @@ struct ResultWords {
     return std::string("Accessibility ") + granted(state.engine.accessibilityGranted) +
            ", Input Monitoring " + granted(state.engine.inputMonitoringGranted) + ", the pad is " +
            (state.engine.trellivarGrabbed ? "intercepted" : "not intercepted") + ", link " +
-           std::string(rawValue(state.padLink));
+           std::string(linkName(state.padLink));
   }
   std::string operator()(const KeySignature& signature) const {
     std::string text = "the key sends";
@@ -130,10 +129,8 @@ struct ResultWords {
   std::string operator()(const Output& output) const {
     return "the shortcut is " + shortcutText(output);
   }
-  std::string operator()(const Result::Written& written) const {
-    return wordedReport(written.firmware, written.commands);
-  }
-  std::string operator()(Result::NeedPad) const {
+  std::string operator()(const WriteStatus::Done& done) const { return wordedReport(done); }
+  std::string operator()(WriteStatus::NeedPad) const {
     return std::string(L10n::text(L10n::Key::needPad, AppLanguage::en));
   }
   std::string operator()(const Result::Error& error) const { return error.text; }

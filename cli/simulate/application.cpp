@@ -1,185 +1,111 @@
 #include "cli/simulate/application.h"
 
 #include "cli/data_folder.h"
-#include "cli/profile_editing.h"
 #include "core/known_devices.h"
 #include "core/l10n.h"
-#include "core/mode_profiles.h"
-#include "core/mode_sets.h"
-#include "engine/capture_interpreter.h"
-#include "engine/recognised_pads.h"
+#include "viewmodels/profile_editing.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 namespace trellivar::cli::simulate {
 
 namespace {
 
-constexpr Seconds learnPeriod{12};
-constexpr Seconds recordPeriod{8};
-constexpr int capturePeriods = 3;
-
-class MemorySignatures final : public SignaturePersisting {
-public:
-  std::vector<StoredDeviceSignatures> load() const override { return records_; }
-  void save(std::span<const StoredDeviceSignatures> records) const override {
-    records_.assign(records.begin(), records.end());
-  }
-
-private:
-  mutable std::vector<StoredDeviceSignatures> records_;
-};
-
-std::unique_ptr<SignaturePersisting>
-signaturesIn(const std::optional<std::filesystem::path>& folder) {
-  if (folder) return std::make_unique<SignatureStore>(*folder);
-  return std::make_unique<MemorySignatures>();
+/// The machine outlives everything here.
+template <class Service> std::shared_ptr<Service> borrowed(Service& service) {
+  return {std::shared_ptr<void>(), &service};
 }
 
-std::string text(L10n::Key key) { return std::string(L10n::text(key, AppLanguage::en)); }
+std::shared_ptr<SignaturePersisting>
+signaturesIn(const std::optional<std::filesystem::path>& folder) {
+  if (folder) return std::make_shared<SignatureStore>(*folder, debugLog);
+  return std::make_shared<MemorySignatures>();
+}
+
+std::shared_ptr<ProfileListViewModel>
+profilesIn(const std::optional<std::filesystem::path>& folder) {
+  if (!folder) return std::make_shared<ProfileListViewModel>(std::nullopt, std::vector<Profile>());
+  const ProfileStore store(*folder);
+  return std::make_shared<ProfileListViewModel>(store, loadProfiles(store));
+}
 
 } // namespace
 
 Application::Application(desk::Machine& machine,
                          const std::optional<std::filesystem::path>& dataFolder)
-    : machine_(machine), signatures_(signaturesIn(dataFolder)), device_(initialDevice()) {
-  if (dataFolder) store_.emplace(*dataFolder);
-  profiles_ = store_ ? loadProfiles(*store_) : migrated({});
-  device_ = device_.applyingStoredSignatures(signatures_->load());
-  hotplugCallback_ = machine_.hotplug->onDevicesChanged([this] { refreshDevices(); });
-  applyAllModes();
-  poll();
+    : machine_(machine), root_(setup(dataFolder), profilesIn(dataFolder)) {
+  deviceChange_ = root_.mapping().device().willChange([this](const TrellivarDevice& next) {
+    const TrellivarDevice& current = *root_.mapping().device();
+    if (next.identity() != current.identity() || next.name != current.name) activity_.advance();
+  });
+  root_.start();
 }
 
-void Application::poll() {
-  machine_.engine.startTap();
-  pollWork_ = machine_.desk.queue().asyncAfter(pollInterval, [this] { poll(); });
-}
-
-void Application::refreshDevices() {
-  connected_ = recognisedPads(machine_.enumerator.connectedKeyboards());
-  if (!connected_.empty()) use(connected_.front());
-}
-
-void Application::use(const ConnectedDevice& connected) {
-  if (connected.id() == device_.identity() && connected.name == device_.name) return;
-  constexpr int keyCount = desk::Pad::keyIds.size();
-  TrellivarDevice device = connected.asTrellivarDevice(keyCount);
-  if (const auto layout = KnownDevices::layout(device.vendorId, device.productId, device.name))
-    device.layout = *layout;
-  endActiveCapture();
-  device_ = device.applyingStoredSignatures(signatures_->load());
-  applyAllModes();
-}
-
-/// What is still under way finds out by its token that nobody wants it any more.
-void Application::endActiveCapture() {
-  ++captureToken_;
-  if (learning_) machine_.engine.setDeviceIgnored(false, learning_->vendorId, learning_->productId);
-  learning_.reset();
+AppRoot::Setup Application::setup(const std::optional<std::filesystem::path>& dataFolder) {
+  return {.queue = machine_.desk.queue(),
+          .background = background_,
+          .engine = borrowed(machine_.engine),
+          .startTap = [this] { machine_.engine.startTap(); },
+          .capturer = borrowed(machine_.capturer),
+          .enumerator = borrowed(machine_.enumerator),
+          .hotplug = machine_.hotplug,
+          .link = std::shared_ptr<Orlo3Linking>(new Orlo3SerialLink(machine_.link(clock_))),
+          .signatures = signaturesIn(dataFolder),
+          .settings = std::make_shared<SettingsStore>(std::make_shared<MemoryUserDefaults>())};
 }
 
 std::string Application::mode() const {
-  const auto found = KnownDevices::resolve(device_.vendorId, device_.productId, device_.name);
+  const TrellivarDevice& device = *root_.mapping().device();
+  const auto found = KnownDevices::resolve(device.vendorId, device.productId, device.name);
   return found ? found->modeId : machine_.pad.mode();
-}
-
-PadLinkState Application::padLink() const { return padLinkState(connected_); }
-
-Profile& Application::profileOf(std::string_view mode) {
-  return *std::ranges::find(profiles_, mode, &Profile::name); // `migrated` provides for each mode
-}
-
-void Application::applyAllModes() {
-  machine_.engine.applyAll(
-      setsForAllModes(device_, profiles_, signatures_->load(), portableModes_));
 }
 
 void Application::bind(std::string_view mode, int key, const Output& output,
                        const std::optional<std::string>& label) {
-  bindKey(profileOf(mode), key, output, label);
-  if (store_) store_->save(profiles_);
-  applyAllModes();
+  Profile profile = *root_.profiles().profile(mode);
+  bindKey(profile, key, output);
+  if (label) labelKey(profile, key, *label);
+  if (profile.id == root_.mapping().profile()->id) activity_.advance();
+  root_.edit(profile);
 }
 
-void Application::setPortableModes(std::set<std::string> modes) {
-  portableModes_ = std::move(modes);
-  applyAllModes();
+void Application::begin(int key) {
+  activity_.advance();
+  root_.mapping().endActiveCapture();
+  root_.profiles().setActive(root_.profiles().profile(mode())->id);
+  root_.mapping().select(key);
 }
 
-template <class Result>
-auto Application::awaited(std::function<void(const Outcome<Result>&)> completion) {
+template <class Result, class Found>
+MappingViewModel::Completion
+Application::ending(Found found, std::function<void(const Outcome<Result>&)> completion,
+                    L10n::Key nothing) {
   ++awaited_;
-  return [this, completion = std::move(completion)](const Outcome<Result>& outcome) {
+  return [this, found, completion = std::move(completion), token = activity_.value(), nothing] {
     --awaited_;
-    completion(outcome);
+    if (!activity_.isCurrent(token))
+      return completion({std::nullopt, std::string(L10n::t(nothing))});
+    if (const auto& error = *root_.mapping().lastError()) return completion({std::nullopt, *error});
+    completion({found(), {}});
   };
 }
 
-void Application::learn(int key, Learned completion) {
-  endActiveCapture();
-  learning_ = device_.identity();
-  machine_.engine.setDeviceIgnored(true, device_.vendorId, device_.productId);
-  attemptLearn({key, captureToken_, capturePeriods}, awaited(std::move(completion)));
+void Application::learn(int key, std::function<void(const Outcome<KeySignature>&)> completion) {
+  begin(key);
+  const auto signature = [this, key] {
+    const auto& keys = root_.mapping().device()->layout.keys;
+    return std::ranges::find(keys, key, &PhysicalKey::id)->signature;
+  };
+  root_.mapping().learnKey(
+      ending<KeySignature>(signature, std::move(completion), L10n::Key::errNoCatchKey));
 }
 
-void Application::attemptLearn(Attempt attempt, Learned completion) {
-  std::erase_if(captureWork_, [](const WorkItem& work) { return !work.isPending(); });
-  captureWork_.push_back(machine_.desk.queue().asyncAfter(
-      learnReleaseDelay, [this, attempt, completion = std::move(completion)] {
-        if (attempt.token != captureToken_) return heard(attempt, {}, completion);
-        machine_.capturer.capture(learnPeriod,
-                                  [=, this](const std::vector<DeviceKeyEvent>& events) mutable {
-                                    heard(attempt, events, std::move(completion));
-                                  });
-      }));
-}
-
-void Application::heard(Attempt attempt, const std::vector<DeviceKeyEvent>& events,
-                        Learned completion) {
-  const Outcome<KeySignature> nothing{std::nullopt, text(L10n::Key::errNoCatchKey)};
-  if (attempt.token != captureToken_) return completion(nothing);
-  const auto signature = CaptureInterpreter::signature(events, device_.vendorId, device_.productId);
-  if (signature.codes.empty() && attempt.periodsLeft > 1) {
-    --attempt.periodsLeft;
-    return attemptLearn(attempt, std::move(completion));
-  }
-  endActiveCapture();
-  if (signature.codes.empty()) return completion(nothing);
-  keep(attempt.key, signature);
-  completion({signature, {}});
-}
-
-void Application::keep(int key, const KeySignature& signature) {
-  device_ = device_.updatingSignature(key, signature);
-  auto records = signatures_->load();
-  std::erase_if(records, [&](const StoredDeviceSignatures& record) {
-    return record.vendorId == device_.vendorId && record.productId == device_.productId;
-  });
-  if (auto record = device_.storedSignatures()) records.push_back(*std::move(record));
-  signatures_->save(records);
-  applyAllModes();
-}
-
-void Application::record(int key, Recorded completion) {
-  endActiveCapture();
-  attemptRecord({key, captureToken_, capturePeriods}, awaited(std::move(completion)));
-}
-
-void Application::attemptRecord(Attempt attempt, const Recorded& completion) {
-  machine_.capturer.capture(recordPeriod, [=, this](const std::vector<DeviceKeyEvent>& events) {
-    const Outcome<Output> nothing{std::nullopt, text(L10n::Key::errNoCatchShortcut)};
-    if (attempt.token != captureToken_) return completion(nothing);
-    const auto output = CaptureInterpreter::output(events, device_.vendorId, device_.productId);
-    if (!output && attempt.periodsLeft > 1)
-      return attemptRecord({attempt.key, attempt.token, attempt.periodsLeft - 1}, completion);
-    endActiveCapture();
-    if (!output) return completion(nothing);
-    bind(mode(), attempt.key, *output, std::nullopt);
-    completion({output, {}});
-  });
+void Application::record(int key, std::function<void(const Outcome<Output>&)> completion) {
+  begin(key);
+  const auto output = [this, key] { return root_.mapping().mapping(key)->output; };
+  root_.mapping().record(
+      ending<Output>(output, std::move(completion), L10n::Key::errNoCatchShortcut));
 }
 
 } // namespace trellivar::cli::simulate

@@ -1,8 +1,6 @@
 #include "cli/simulate/player.h"
 
-#include "cli/pad_link.h"
 #include "cli/simulate/application.h"
-#include "core/l10n.h"
 #include "core/modifier.h"
 #include "engine/darwin/event_posting.h"
 #include "simulator/desk/key_codes.h"
@@ -17,6 +15,9 @@ namespace trellivar::cli::simulate {
 namespace {
 
 using desk::InputEvent;
+
+/// Before it the application does not listen for the key that is to be learned.
+constexpr Seconds learnReleaseDelay{0.1};
 
 /// Which modifiers an event says to be down. Without side-specific flags that is the left one.
 std::vector<KeyName> modifiersOf(std::uint64_t flags) {
@@ -101,7 +102,7 @@ public:
 
   void operator()(const Learn& learn) {
     application_.learn(learn.key, reporting<KeySignature>());
-    queue().advance(Application::learnReleaseDelay);
+    queue().advance(learnReleaseDelay);
   }
 
   void operator()(const Record& record) {
@@ -113,20 +114,10 @@ public:
 
   /// In real time; on the desk no time passes.
   void operator()(const Write&) {
-    auto commands = portableCommands(portableModes(application_.profiles()));
-    if (commands.lines.empty())
-      return report(
-          Result::Error{std::string(L10n::text(L10n::Key::errNothingToWrite, AppLanguage::en))});
-    try {
-      SystemLinkClock clock;
-      auto firmware = machine_.link(clock).writeMacros(commands.lines);
-      application_.setPortableModes({commands.modes.begin(), commands.modes.end()});
-      report(Result::Written{std::move(firmware), std::move(commands)});
-    } catch (const Orlo3Error& error) {
-      if (error.is<Orlo3Error::NoPort>() || error.is<Orlo3Error::Dormant>())
-        return report(Result::NeedPad{});
-      report(Result::Error{failureOf(error).what()});
-    }
+    application_.root().writeToPad();
+    queue().run();
+    std::visit([this](const auto& status) { tell(status); },
+               application_.root().portableWrite().status()->value);
   }
 
   void operator()(const SetPermissions& set) {
@@ -137,7 +128,7 @@ public:
         machine_.desk.setInputMonitoring(set.granted ? desk::Access::granted
                                                      : desk::Access::denied);
     }
-    queue().advance(Application::pollInterval);
+    queue().advance(AppRoot::pollInterval);
   }
 
   void operator()(const DisableTap& disable) {
@@ -148,7 +139,7 @@ public:
   }
 
   void operator()(const Status&) {
-    report(Result::State{machine_.engine.status(""), application_.padLink()});
+    report(Result::State{machine_.engine.status(""), *application_.root().devices().padLink()});
   }
 
 private:
@@ -165,6 +156,12 @@ private:
         listener_.reported(step, {Result::Error{outcome.error}});
     };
   }
+
+  void tell(const WriteStatus::Done& done) { report(done); }
+  void tell(WriteStatus::NeedPad needed) { report(needed); }
+  void tell(const WriteStatus::Error& error) { report(Result::Error{error.message}); }
+  void tell(WriteStatus::Idle) {}
+  void tell(WriteStatus::Writing) {}
 
   template <class Value> void report(Value value) {
     listener_.reported(*step_, {std::move(value)});

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "cli/pad_link_state.h"
 #include "cli/simulate/script.h"
 #include "core/key_layout.h"
 #include "core/tap_event.h"
-#include "engine/portable_commands.h"
 #include "engine/remap_engine.h"
+#include "viewmodels/pad_link.h"
+#include "viewmodels/write_status.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -34,19 +34,13 @@ std::string_view rawValue(Arrival::Source source) noexcept;
 struct Result {
   struct State {
     EngineStatus engine;
-    PadLinkState padLink = PadLinkState::disconnected;
+    PadLink padLink;
   };
-  struct Written {
-    std::string firmware;
-    PortableCommands commands;
-  };
-  /// No pad answers at the cable.
-  struct NeedPad {};
   struct Error {
     std::string text;
   };
 
-  std::variant<State, KeySignature, Output, Written, NeedPad, Error> value;
+  std::variant<State, KeySignature, Output, WriteStatus::Done, WriteStatus::NeedPad, Error> value;
 };
 
 /// Who is told of a simulation.
