@@ -1,10 +1,8 @@
+#include "bench/scratch_folder.h"
 #include "bench/table_reporter.h"
 #include "core/json/coding.h"
 #include "core/profile_store.h"
 
-#include <unistd.h>
-
-#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
@@ -29,17 +27,11 @@ std::vector<Profile> thousandProfiles() {
   return profiles;
 }
 
-/// A folder in memory where there is one, so that flushing to disk costs nothing.
-std::filesystem::path folder() {
-  const std::filesystem::path memory = "/dev/shm";
-  const auto base = exists(memory) ? memory : std::filesystem::temp_directory_path();
-  return base / ("trellivar-bench-" + std::to_string(getpid()));
-}
-
 } // namespace
 
 int main(int argc, char** argv) {
-  const ProfileStore store(folder());
+  const ScratchFolder folder = ScratchFolder::inMemory();
+  const ProfileStore store(folder.path());
   const auto profiles = thousandProfiles();
   store.save(profiles);
   addRow("load 1,000 profiles of three keys", Unit::milliseconds, 30, 1,
@@ -52,7 +44,5 @@ int main(int argc, char** argv) {
            for (auto _ : state)
              store.save(profiles);
          });
-  const int result = runAndPrintTable(argc, argv);
-  std::filesystem::remove_all(store.directory());
-  return result;
+  return runAndPrintTable(argc, argv);
 }
