@@ -20,7 +20,8 @@ protected:
   static TrellivarDevice knownPad() {
     return {"Orlo3", 0x4C4A, 0x4155, {{{1, 0, 0, signatureOf("q"), {}}}}};
   }
-  const Sets& applied() const { return engine_->applied.back(); }
+  /// The last ones; none when there was nothing.
+  Sets applied() const { return engine_->applied.empty() ? Sets() : engine_->applied.back(); }
   /// "P 19530:16725" for each set, with "portable" where it is.
   Texts outline() const {
     Texts result;
@@ -103,7 +104,7 @@ TEST_F(MappingApplying, aKnownPadGetsTheSetsOfAllItsModes) {
   signatures_->records = {{0x05AC, 0x0220, {{1, signatureOf("m")}}, "M"},
                           {0x4C4A, 0x4155, {{1, signatureOf("stored")}}, "P"}};
   model_->reapply();
-  EXPECT_EQ(outline(), (Texts{"P 19530:16725", "M 1452:544"}));
+  ASSERT_EQ(outline(), (Texts{"P 19530:16725", "M 1452:544"}));
   EXPECT_EQ(applied()[0].device, knownPad()) << "as it is, not as it is stored";
   EXPECT_EQ(applied()[1].device.layout.keys[0].signature, signatureOf("m"))
       << "as the store knows it by now";
