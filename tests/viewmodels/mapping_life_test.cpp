@@ -148,7 +148,7 @@ protected:
         capturer_->finish();
     } while (queue_.pendingCount() > 0);
   }
-  /// How often exactly a pad was exempted and remapped again in turn.
+  /// Whether pads were exempted and remapped again strictly in turn.
   bool alternates() const {
     for (std::size_t i = 0; i < engine_->ignores.size(); ++i) {
       if (engine_->ignores[i][0] != (i % 2 == 0 ? '+' : '-')) return false;
