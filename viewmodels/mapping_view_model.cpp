@@ -177,17 +177,17 @@ void MappingViewModel::assign(const Output& output) {
 void MappingViewModel::setMapping(int keyId, const Output& output) {
   Profile profile = *profile_;
   bindKey(profile, keyId, output);
-  edited(std::move(profile));
+  edited(profile);
 }
 
 void MappingViewModel::rename(int keyId, std::string_view to) {
   Profile profile = *profile_;
-  if (labelKey(profile, keyId, to)) edited(std::move(profile));
+  if (labelKey(profile, keyId, to)) edited(profile);
 }
 
-void MappingViewModel::edited(Profile profile) {
-  profile_.set(std::move(profile));
-  if (setup_.onProfileEdited) setup_.onProfileEdited(*profile_);
+void MappingViewModel::edited(const Profile& profile) {
+  profile_.set(profile);
+  if (setup_.onProfileEdited) setup_.onProfileEdited(profile);
 }
 
 TrellivarDevice MappingViewModel::withStoredSignatures(const TrellivarDevice& device) const {

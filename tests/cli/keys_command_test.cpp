@@ -46,7 +46,7 @@ TEST_F(KeysCommand, printsOneReadableLineAKey) {
   std::string line;
   for (const Json& each : keys()) {
     ASSERT_TRUE(std::getline(lines, line));
-    EXPECT_EQ(line.substr(0, line.find(' ')), each["name"]);
+    EXPECT_EQ(line.substr(0, line.find(' ')), each["name"].get<std::string>());
     if (!each.contains("keyCode")) continue;
     EXPECT_NE((line + " ").find("keyCode " + each["keyCode"].dump() + " "), std::string::npos);
   }
