@@ -64,6 +64,8 @@ public:
   Exemption& operator=(const Exemption&) = delete;
   ~Exemption() { setIgnored(*engine_, false, identity_, report_); }
 
+  bool isOf(DeviceIdentity identity) const { return identity_ == identity; }
+
 private:
   std::shared_ptr<RemapEngine> engine_;
   DeviceIdentity identity_;
@@ -105,12 +107,13 @@ DiscoveryViewModel::Step DiscoveryViewModel::asking(std::vector<int>::const_iter
   return {Step::PressKey{*key}};
 }
 
-/// A capture that takes over from another shares its exemption, so that the end of the first does
-/// not end it for the second.
+/// A capture that takes over from another of the same pad shares its exemption, so that the end of
+/// the first does not end it for the second.
 std::shared_ptr<DiscoveryViewModel::Exemption>
 DiscoveryViewModel::exemption(DeviceIdentity identity) {
   auto shared = exemption_.lock();
-  if (!shared) shared = std::make_shared<Exemption>(setup_.engine, identity, setup_.report);
+  if (!shared || !shared->isOf(identity))
+    shared = std::make_shared<Exemption>(setup_.engine, identity, setup_.report);
   exemption_ = shared;
   return shared;
 }

@@ -2,7 +2,10 @@
 
 #include "core/l10n.h"
 
+#include <deque>
 #include <exception>
+#include <functional>
+#include <mutex>
 #include <span>
 #include <utility>
 
@@ -39,6 +42,38 @@ WriteStatus write(Orlo3Linking& link, std::span<const ModeBindings> modes) {
 
 } // namespace
 
+/// The writes that are asked for and have not begun. They happen one at a time in the order in
+/// which they came, although the blocks on the background queue may run together and in any order:
+/// each of them does the oldest write, whichever it was put there for.
+class PortableWriteViewModel::Backlog {
+public:
+  using Write = std::function<void()>;
+
+  void add(Write write) {
+    const std::lock_guard lock(mutex_);
+    writes_.push_back(std::move(write));
+  }
+  void doOldest() {
+    const std::lock_guard lock(turn_);
+    takeOldest()();
+  }
+
+private:
+  Write takeOldest() {
+    const std::lock_guard lock(mutex_);
+    Write write = std::move(writes_.front());
+    writes_.pop_front();
+    return write;
+  }
+
+  std::mutex turn_;  ///< to use the link
+  std::mutex mutex_; ///< of what follows
+  std::deque<Write> writes_;
+};
+
+PortableWriteViewModel::PortableWriteViewModel(Setup setup)
+    : setup_(std::move(setup)), backlog_(std::make_shared<Backlog>()) {}
+
 std::shared_ptr<PortableWriteViewModel> PortableWriteViewModel::make(Setup setup) {
   return std::shared_ptr<PortableWriteViewModel>(new PortableWriteViewModel(std::move(setup)));
 }
@@ -46,14 +81,13 @@ std::shared_ptr<PortableWriteViewModel> PortableWriteViewModel::make(Setup setup
 void PortableWriteViewModel::writeAll(std::vector<ModeBindings> modes) {
   newest_.advance();
   status_.set({WriteStatus::Writing{}});
-  setup_.background.async([weak = weak_from_this(), link = setup_.link, turn = turn_,
-                           &queue = setup_.queue, token = newest_.value(),
-                           modes = std::move(modes)] {
-    const std::lock_guard lock(*turn);
+  backlog_->add([weak = weak_from_this(), link = setup_.link, &queue = setup_.queue,
+                 token = newest_.value(), modes = std::move(modes)] {
     queue.async([weak, token, outcome = write(*link, modes)] {
       if (const auto self = weak.lock()) self->finish(token, outcome);
     });
   });
+  setup_.background.async([backlog = backlog_] { backlog->doOldest(); });
 }
 
 void PortableWriteViewModel::finish(SessionToken::Value token, WriteStatus outcome) {

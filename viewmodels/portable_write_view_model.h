@@ -10,7 +10,6 @@
 #include "viewmodels/write_status.h"
 
 #include <memory>
-#include <mutex>
 #include <set>
 #include <string>
 #include <vector>
@@ -47,7 +46,9 @@ public:
   void clearNeedPad();
 
 private:
-  explicit PortableWriteViewModel(Setup setup) : setup_(std::move(setup)) {}
+  class Backlog;
+
+  explicit PortableWriteViewModel(Setup setup);
 
   void finish(SessionToken::Value token, WriteStatus outcome);
 
@@ -55,7 +56,7 @@ private:
   Published<WriteStatus> status_;
   std::set<std::string> portableModes_;
   SessionToken newest_;
-  std::shared_ptr<std::mutex> turn_ = std::make_shared<std::mutex>(); ///< to use the link
+  std::shared_ptr<Backlog> backlog_; ///< also owned by the blocks that work it off
 };
 
 } // namespace trellivar

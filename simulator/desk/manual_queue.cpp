@@ -5,17 +5,17 @@
 
 namespace trellivar::desk {
 
-std::shared_ptr<ManualQueue::Block> ManualQueue::add(Instant due, Block block) {
+std::shared_ptr<ManualQueue::Block> ManualQueue::add(Seconds delay, Block block) {
   auto shared = std::make_shared<Block>(std::move(block));
   const std::lock_guard lock(mutex_);
-  entries_.push({due, count_++, shared});
+  entries_.push({now_ + delay, count_++, shared});
   return shared;
 }
 
-void ManualQueue::async(Block block) { add(now_, std::move(block)); }
+void ManualQueue::async(Block block) { add(Seconds::zero(), std::move(block)); }
 
 WorkItem ManualQueue::asyncAfter(Seconds delay, Block block) {
-  return WorkItem(add(now_ + std::max(delay, Seconds::zero()), std::move(block)));
+  return WorkItem(add(std::max(delay, Seconds::zero()), std::move(block)));
 }
 
 std::optional<Instant> ManualQueue::nextDue() {
@@ -39,10 +39,10 @@ void ManualQueue::advance(Seconds duration) { runUntil(now_ + duration); }
 bool ManualQueue::runNext(Instant end) {
   const auto due = nextDue();
   if (!due || *due > end) return false;
-  now_ = std::max(now_, *due);
   Block block;
   {
     const std::lock_guard lock(mutex_);
+    now_ = std::max(now_, *due);
     block = std::exchange(*entries_.top().block, nullptr);
     entries_.pop();
   }
@@ -53,6 +53,7 @@ bool ManualQueue::runNext(Instant end) {
 void ManualQueue::runUntil(Instant end) {
   while (runNext(end)) {
   }
+  const std::lock_guard lock(mutex_);
   now_ = std::max(now_, end);
 }
 

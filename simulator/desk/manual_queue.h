@@ -48,11 +48,11 @@ private:
     const std::vector<Entry>& all() const { return c; }
   };
 
-  std::shared_ptr<Block> add(Instant due, Block block);
+  std::shared_ptr<Block> add(Seconds delay, Block block);
   void runUntil(Instant end);
 
-  Instant now_{};
   mutable std::mutex mutex_; ///< of what follows
+  Instant now_{}; ///< changes only on the driving thread, which may read it without the mutex
   std::uint64_t count_ = 0;
   Entries entries_;
 };

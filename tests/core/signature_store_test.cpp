@@ -11,6 +11,8 @@
 #include <csignal>
 #include <filesystem>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace trellivar {
@@ -210,6 +212,93 @@ TEST_F(SignatureStoreTest, keepsASymbolicLinkAndReplacesItsTarget) {
   store.save(someRecords());
   EXPECT_TRUE(fs::is_symlink(store.signaturesFile()));
   EXPECT_EQ(contentOf(folder / "mine.json"), textOfSomeRecords);
+}
+
+// What is reported
+
+struct SignatureReportTest : SignatureStoreTest {
+  Names reports;
+  const SignatureStore reporting{folder.path(),
+                                 [this](std::string_view what) { reports.emplace_back(what); }};
+  const std::string file = reporting.signaturesFile().string();
+
+  /// What is new since the last call.
+  Names reported() { return std::exchange(reports, {}); }
+};
+
+TEST_F(SignatureReportTest, isNothingWhileAllGoesWell) {
+  reporting.load();
+  reporting.save(someRecords());
+  reporting.load();
+  EXPECT_EQ(reports, Names{});
+}
+
+TEST_F(SignatureReportTest, tellsWhereAFileIsDamaged) {
+  put(file, "[\n  1,\n]");
+  reporting.load();
+  ASSERT_EQ(reports.size(), 1U);
+  EXPECT_EQ(reports[0].find("the learned keys cannot be read: " + file + ":3: "), 0U) << reports[0];
+}
+
+TEST_F(SignatureReportTest, tellsWhichMemberIsOfTheWrongShape) {
+  put(file, R"([{"vendorId":1,"productId":2,"keySignatures":{}}])");
+  reporting.load();
+  ASSERT_EQ(reports.size(), 1U);
+  EXPECT_EQ(reports[0].find("the learned keys cannot be read: " + file + ":[0].keySignatures: "),
+            0U)
+      << reports[0];
+}
+
+TEST_F(SignatureReportTest, tellsWhyAFileCannotBeReadOrSaved) {
+  fs::create_directory(file);
+  reporting.load();
+  EXPECT_EQ(reported(), Names{"the learned keys cannot be read: " + file + ": Is a directory"});
+  reporting.save(someRecords());
+  EXPECT_EQ(reported(), Names{"the learned keys cannot be saved: " + file + ": Is a directory"});
+}
+
+TEST_F(SignatureReportTest, isGivenOnceForAFailureThatRepeats) {
+  fs::create_directory(file);
+  for (int i = 0; i < 3; ++i)
+    reporting.load();
+  EXPECT_EQ(reported().size(), 1U);
+  for (int i = 0; i < 3; ++i)
+    reporting.save({});
+  EXPECT_EQ(reported().size(), 1U);
+}
+
+TEST_F(SignatureReportTest, isGivenForEachFailureThatDiffersFromTheOneBefore) {
+  fs::create_directory(file);
+  reporting.load();
+  reporting.save({});
+  reporting.load();
+  EXPECT_EQ(reported().size(), 3U);
+  fs::remove(file);
+  put(file, "[");
+  reporting.load();
+  put(file, "{}");
+  reporting.load();
+  EXPECT_EQ(reported().size(), 2U);
+}
+
+TEST_F(SignatureReportTest, isGivenAgainAfterALoadOrASaveThatWentWell) {
+  put(file, "[");
+  reporting.load();
+  fs::remove(file);
+  reporting.load();
+  put(file, "[");
+  reporting.load();
+  EXPECT_EQ(reported().size(), 2U);
+  reporting.save({});
+  put(file, "[");
+  reporting.load();
+  EXPECT_EQ(reported().size(), 1U);
+}
+
+TEST_F(SignatureReportTest, isNotNeeded) {
+  put(file, "[");
+  EXPECT_NO_THROW(SignatureStore(folder.path()).load());
+  EXPECT_NO_THROW(SignatureStore(folder.path(), {}).load());
 }
 
 TEST_F(SignatureStoreTest, canBeReachedWithoutBeingKnown) {
