@@ -39,13 +39,14 @@ public:
   void async(std::function<void()> block) override { blocks_.push_back(std::move(block)); }
   bool isEmpty() const { return blocks_.empty(); }
 
-  /// On a thread of its own, while this one waits, as a desk demands.
-  void run() {
-    std::thread([blocks = std::exchange(blocks_, {})] {
+  /// On a thread of its own, until which ends the desk has to rest.
+  std::jthread begin() {
+    return std::jthread([blocks = std::exchange(blocks_, {})] {
       for (const auto& block : blocks)
         block();
-    }).join();
+    });
   }
+  void run() { begin().join(); }
   /// On this thread.
   void runNext() {
     const auto block = std::move(blocks_.front());
