@@ -1,12 +1,9 @@
 #include "tests/journeys/user.h"
 
+#include <fstream>
+
 namespace trellivar {
 namespace {
-
-std::string readFile(const std::filesystem::path& path) {
-  std::ifstream stream(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 TEST(Restart, findsEverythingAgain) {
   User user;
@@ -81,7 +78,7 @@ TEST(Restart, profilesThatCannotBeReadAreKeptBeside) {
   ASSERT_EQ(user.reports.size(), 1U);
   EXPECT_NE(user.reports[0].find("profiles.json:"), std::string::npos) << user.reports[0];
   EXPECT_NE(user.reports[0].find("and is kept as"), std::string::npos) << user.reports[0];
-  EXPECT_EQ(readFile(user.file("profiles.json.unreadable")), "[{\"id\": 1");
+  EXPECT_EQ(user.content("profiles.json.unreadable"), "[{\"id\": 1");
   ASSERT_EQ(user.profiles().profiles()->size(), 3U);
   for (const Profile& profile : *user.profiles().profiles())
     EXPECT_TRUE(profile.mappings.empty());

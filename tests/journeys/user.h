@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/l10n.h"
+#include "files/durable_file.h"
 #include "simulator/desk/key_codes.h"
 #include "tests/engine/darwin/computer.h"
 #include "tests/journeys/application.h"
@@ -10,7 +11,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <fstream>
 #include <initializer_list>
 #include <iterator>
 #include <thread>
@@ -217,15 +217,17 @@ public:
   // Files
 
   std::filesystem::path file(std::string_view name) const { return folder / name; }
-  std::string content(std::string_view name) const {
-    std::ifstream stream(file(name), std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
+  /// Empty without such a file.
+  std::string content(std::string_view name) const { return readFile(file(name)).value_or(""); }
+  const std::vector<Profile>& storedProfiles() {
+    return profilesOnDisk_.decoded(content("profiles.json"),
+                                   [this] { return ProfileStore(folder.path()).load(); });
   }
-  std::vector<Profile> storedProfiles() const { return ProfileStore(folder.path()).load(); }
-  std::vector<StoredDeviceSignatures> storedSignatures() const {
-    return SignatureStore(folder.path()).load();
+  const std::vector<StoredDeviceSignatures>& storedSignatures() {
+    return signaturesOnDisk_.decoded(content("signatures.json"),
+                                     [this] { return SignatureStore(folder.path()).load(); });
   }
-  std::vector<KeyMapping> storedMappings(std::string_view mode) const {
+  std::vector<KeyMapping> storedMappings(std::string_view mode) {
     for (const Profile& profile : storedProfiles()) {
       if (profile.name == mode) return profile.mappings;
     }
@@ -233,6 +235,22 @@ public:
   }
 
 private:
+  /// Decodes a file anew when its bytes have changed.
+  template <class T> class OnDisk {
+  public:
+    template <class Load> const std::vector<T>& decoded(std::string bytes, const Load& load) {
+      if (bytes_ != bytes) {
+        value_ = load();
+        bytes_ = std::move(bytes);
+      }
+      return value_;
+    }
+
+  private:
+    std::string bytes_;
+    std::vector<T> value_;
+  };
+
   void hear(const desk::Received& received) {
     const auto named = desk::named(received.event);
     if (!named) return;
@@ -254,6 +272,8 @@ private:
   std::string heard_;
   std::set<KeyName, KeyName::ByText> down_;
   std::vector<std::string> leftByTheMachine_;
+  OnDisk<Profile> profilesOnDisk_;
+  OnDisk<StoredDeviceSignatures> signaturesOnDisk_;
   std::optional<Application> application_;
 };
 

@@ -109,5 +109,20 @@ TEST_F(Writing, theNewestOfTwoWritesCounts) {
   EXPECT_EQ(user.heardOf(1), "y+ y-");
 }
 
+TEST_F(Writing, whatAnEarlierWriteLeftInThePadIsMindedAlthoughTheNewestFailed) {
+  user.connect(User::Link::usb);
+  user.assign(1, chordOutput({Modifier::command}, "c"));
+  user.root().writeToPad();
+  user.background.run();
+  user.root().writeToPad(); // before the end of the first was noticed
+  user.unplug();
+  user.background.run();
+  user.machine.desk.queue().run();
+  EXPECT_TRUE(status().is<WriteStatus::NeedPad>());
+  const auto& applied = user.app().engine->applied;
+  EXPECT_EQ(std::ranges::count(applied, true, &MappingSet::portable), 4)
+      << "three identities of P and one of M";
+}
+
 } // namespace
 } // namespace trellivar
