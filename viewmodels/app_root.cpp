@@ -67,7 +67,8 @@ void AppRoot::observe() {
         if (profile != all.end()) switchTo(*profile);
       }),
       portableWrite_->status().willChange([this](const WriteStatus& next) {
-        if (next.is<WriteStatus::Done>()) mapping_->reapply();
+        // Also after a failure: an earlier write, whose end was not shown, may have succeeded.
+        if (!next.is<WriteStatus::Writing>()) mapping_->reapply();
       }),
   };
 }

@@ -53,7 +53,7 @@ void setIgnored(RemapEngine& engine, bool ignored, DeviceIdentity identity, cons
 
 } // namespace
 
-/// Lets the raw events of the pad pass the engine for as long as it lives.
+/// Lets the raw events of the pad pass the engine until it ends, at the latest with its life.
 class DiscoveryViewModel::Exemption {
 public:
   Exemption(std::shared_ptr<RemapEngine> engine, DeviceIdentity identity, Report report)
@@ -62,21 +62,29 @@ public:
   }
   Exemption(const Exemption&) = delete;
   Exemption& operator=(const Exemption&) = delete;
-  ~Exemption() { setIgnored(*engine_, false, identity_, report_); }
+  ~Exemption() { end(); }
 
-  bool isOf(DeviceIdentity identity) const { return identity_ == identity; }
+  DeviceIdentity identity() const noexcept { return identity_; }
+  /// Only the first time: by now the pad may be exempted by somebody else.
+  void end() {
+    if (!std::exchange(hasEnded_, true)) setIgnored(*engine_, false, identity_, report_);
+  }
 
 private:
   std::shared_ptr<RemapEngine> engine_;
   DeviceIdentity identity_;
   Report report_;
+  bool hasEnded_ = false;
 };
 
 std::shared_ptr<DiscoveryViewModel> DiscoveryViewModel::make(Setup setup) {
   return std::shared_ptr<DiscoveryViewModel>(new DiscoveryViewModel(std::move(setup)));
 }
 
+/// A capture that goes on without the model must not keep the pad exempted, nor end the exemption
+/// of whoever listens next.
 DiscoveryViewModel::~DiscoveryViewModel() {
+  if (const auto exemption = exemption_.lock()) exemption->end();
   if (*deviceIdentity_) setIgnored(*setup_.engine, false, **deviceIdentity_, setup_.report);
 }
 
@@ -112,7 +120,7 @@ DiscoveryViewModel::Step DiscoveryViewModel::asking(std::vector<int>::const_iter
 std::shared_ptr<DiscoveryViewModel::Exemption>
 DiscoveryViewModel::exemption(DeviceIdentity identity) {
   auto shared = exemption_.lock();
-  if (!shared || !shared->isOf(identity))
+  if (!shared || shared->identity() != identity)
     shared = std::make_shared<Exemption>(setup_.engine, identity, setup_.report);
   exemption_ = shared;
   return shared;
