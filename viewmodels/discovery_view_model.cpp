@@ -84,8 +84,11 @@ std::shared_ptr<DiscoveryViewModel> DiscoveryViewModel::make(Setup setup) {
 /// A capture that goes on without the model must not keep the pad exempted, nor end the exemption
 /// of whoever listens next.
 DiscoveryViewModel::~DiscoveryViewModel() {
-  if (const auto exemption = exemption_.lock()) exemption->end();
-  if (*deviceIdentity_) setIgnored(*setup_.engine, false, **deviceIdentity_, setup_.report);
+  const auto identity = *deviceIdentity_;
+  const auto exemption = exemption_.lock();
+  if (exemption) exemption->end();
+  if (identity && !(exemption && exemption->identity() == *identity))
+    setIgnored(*setup_.engine, false, *identity, setup_.report);
 }
 
 void DiscoveryViewModel::checkPresence() {

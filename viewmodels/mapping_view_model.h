@@ -26,8 +26,8 @@ namespace trellivar {
 /// once, together with the profiles of all other modes.
 ///
 /// Main thread. Whatever is under way holds the model weakly: when the model has gone, completions
-/// are still called and nothing else happens. (The capturer is asked to call them; who destroys it as
-/// well gives up those that it holds.)
+/// are still called and nothing else happens. (The capturer is asked to call them; who destroys it
+/// as well gives up those that it holds.)
 class MappingViewModel : public std::enable_shared_from_this<MappingViewModel> {
 public:
   /// Called exactly once on the main thread, when an activity has ended in whatever way.

@@ -3,8 +3,8 @@
 #include "tests/support/printing.h"
 #include "tests/viewmodels/device_words.h"
 #include "tests/viewmodels/held_capturer.h"
-#include "tests/viewmodels/memory_signatures.h"
 #include "tests/viewmodels/recording_engine.h"
+#include "tests/viewmodels/recording_signatures.h"
 #include "viewmodels/discovery_view_model.h"
 
 #include <gtest/gtest.h>
@@ -43,7 +43,7 @@ struct DiscoveryFixture : testing::Test {
   std::shared_ptr<RecordingEngine> engine = std::make_shared<RecordingEngine>();
   std::shared_ptr<HeldCapturer> capturer = std::make_shared<HeldCapturer>();
   std::shared_ptr<StubDeviceEnumerator> bus = std::make_shared<StubDeviceEnumerator>();
-  std::shared_ptr<MemorySignatures> signatures = std::make_shared<MemorySignatures>();
+  std::shared_ptr<RecordingSignatures> signatures = std::make_shared<RecordingSignatures>();
   Lines reports;
   Lines completed; ///< one line for each completion
   std::shared_ptr<DiscoveryViewModel> model = discovery();

@@ -3,8 +3,8 @@
 #include "simulator/desk/manual_queue.h"
 #include "tests/support/printing.h"
 #include "tests/viewmodels/held_capturer.h"
-#include "tests/viewmodels/memory_signatures.h"
 #include "tests/viewmodels/recording_engine.h"
+#include "tests/viewmodels/recording_signatures.h"
 #include "viewmodels/mapping_view_model.h"
 
 #include <gtest/gtest.h>
@@ -101,7 +101,7 @@ protected:
   desk::ManualQueue queue_;
   std::shared_ptr<RecordingEngine> engine_ = std::make_shared<RecordingEngine>();
   std::shared_ptr<HeldCapturer> capturer_ = std::make_shared<HeldCapturer>();
-  std::shared_ptr<MemorySignatures> signatures_ = std::make_shared<MemorySignatures>();
+  std::shared_ptr<RecordingSignatures> signatures_ = std::make_shared<RecordingSignatures>();
 
   bool isReleased_ = true;      ///< what the engine answers
   Times polls_;                 ///< when it was asked

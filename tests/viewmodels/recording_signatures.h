@@ -7,8 +7,8 @@
 
 namespace trellivar {
 
-/// A store of signatures without a file.
-class MemorySignatures final : public SignaturePersisting {
+/// A store of signatures that counts how often it is saved.
+class RecordingSignatures final : public SignaturePersisting {
 public:
   std::vector<StoredDeviceSignatures> load() const override { return records; }
   void save(std::span<const StoredDeviceSignatures> next) const override {
