@@ -1,4 +1,5 @@
 #include "tests/journeys/user.h"
+#include "viewmodels/profile_editing.h"
 
 namespace trellivar {
 namespace {
@@ -88,6 +89,32 @@ TEST_F(Binding, aRemappedKeyThatIsLearnedAnewIsLeftAloneMeanwhile) {
                           "left_option+ 1+(left_option) 1-(left_option) left_option-");
   user.pass(0.6);
   EXPECT_EQ(user.heardOf(1), "*v+ *v-");
+}
+
+TEST_F(Binding, aBoundKeyThatIsLearnedAnewWorksAtOnce) {
+  user.teach(1);
+  user.assign(1, keyOutput("v"));
+  user.learn(1);
+  user.press(2); // from now on key 1 is where key 2 was
+  user.pass(0.6);
+  EXPECT_EQ(user.heardOf(2), "*v+ *v-");
+  EXPECT_EQ(user.heardOf(1), "*left_option+ *1+(left_option) 1-(left_option) left_option-");
+}
+
+TEST_F(Binding, anEditMadeElsewhereIsShownAndInForceAtOnce) {
+  user.teach(1);
+  Profile shown = *user.mapping().profile();
+  bindKey(shown, 1, keyOutput("v"));
+  user.root().edit(shown);
+  EXPECT_EQ(*user.mapping().profile(), shown);
+  EXPECT_EQ(user.heardOf(1), "*v+ *v-");
+
+  user.show("P");
+  bindKey(shown, 1, keyOutput("w"));
+  user.root().edit(shown);
+  EXPECT_EQ(user.mapping().profile()->name, "P");
+  EXPECT_EQ(user.heardOf(1), "*w+ *w-");
+  EXPECT_EQ(user.storedMappings("M"), shown.mappings);
 }
 
 TEST_F(Binding, aKeyHeldWhileTheProfileIsSwitchedComesUp) {

@@ -62,7 +62,7 @@ public:
   std::string step() {
     act();
     queue().run();
-    user_.heard();
+    say(user_.heard());
     user_.reports.clear();
     if (user_.completed == now_.begun) now_.isMixedUp = false;
     return problem_.empty() ? invariants::broken(user_, now_) : problem_;
@@ -135,10 +135,15 @@ private:
     if (dice_.chance(5)) return {KeyName("button3"), Key::Kind::pointingButton};
     return plainKey(dice_.oneOf(names));
   }
+  /// Modifiers that people press on the keyboard and the pad never: one that is down on both comes
+  /// up on the keyboard without the applications being told.
+  static constexpr std::array<std::string_view, 2> ofKeyboard{"right_shift", "right_option"};
   std::vector<Modifier> someModifiers() {
     std::vector<Modifier> some;
     for (const Modifier modifier : Modifier::allCases) {
-      if (dice_.chance(20)) some.push_back(modifier);
+      const bool isOfKeyboard =
+          std::ranges::find(ofKeyboard, modifier.rawValue()) != ofKeyboard.end();
+      if (!isOfKeyboard && dice_.chance(20)) some.push_back(modifier);
     }
     return some;
   }
@@ -191,7 +196,7 @@ private:
 
   bool isBusy() {
     return *user_.mapping().isLearning() || *user_.mapping().isRecording() ||
-           invariants::isSheetListening(now_, user_.app());
+           (now_.sheet && *now_.sheet->isCapturing());
   }
   std::function<void()> beginning() {
     now_.isMixedUp = now_.isMixedUp || isBusy();
@@ -235,6 +240,14 @@ private:
   void checkAgain() {
     if (now_.sheet) now_.sheet->checkPresence();
   }
+  /// The pad turns out to be another one, in the middle of it.
+  void checkAnother() {
+    openSheet();
+    capture();
+    connect();
+    checkAgain();
+    capture();
+  }
   /// The key that is asked for.
   void capture() {
     if (!now_.sheet || !*now_.sheet->deviceIdentity()) return say("not");
@@ -267,6 +280,12 @@ private:
     now_.captureOfSheet = 0;
   }
   void write() { user_.root().writeToPad(); }
+  void writeTwice() {
+    write();
+    write();
+    while (!user_.background.isEmpty())
+      user_.background.runNext();
+  }
   void runInBackground() {
     if (!user_.background.isEmpty()) user_.background.runNext();
   }
@@ -312,20 +331,17 @@ private:
   void hold() { user_.hold(anyKey()); }
   void letGo() { user_.letGo(anyKey()); }
   void type() {
-    static constexpr std::array<std::string_view, 3> modifiers{"left_shift", "left_command",
-                                                               "right_option"};
     if (dice_.chance(50))
-      user_.type({dice_.oneOf(modifiers), "x"});
+      user_.type({dice_.oneOf(ofKeyboard), "x"});
     else
       user_.type({"y"});
   }
+  std::string_view heldOnKeyboard() { return dice_.chance(50) ? "x" : ofKeyboard[0]; }
   void holdKeyboard() {
-    user_.machine.desk.press(user_.machine.keyboard,
-                             KeyName(dice_.chance(50) ? "x" : "left_shift"));
+    user_.machine.desk.press(user_.machine.keyboard, KeyName(heldOnKeyboard()));
   }
   void letGoKeyboard() {
-    user_.machine.desk.release(user_.machine.keyboard,
-                               KeyName(dice_.chance(50) ? "x" : "left_shift"));
+    user_.machine.desk.release(user_.machine.keyboard, KeyName(heldOnKeyboard()));
   }
   void permit() {
     user_.machine.desk.setTrusted(dice_.chance(70));
@@ -356,17 +372,22 @@ private:
     if (pad().link() == Link::away || !table.identities.contains(*pad().identity()))
       return say("not");
     user_.hold(anyKey());
+    say(user_.held());
     switch (dice_.below(5)) {
     case 0:
+      say("show");
       show();
       break;
     case 1:
+      say("learn");
       learn();
       break;
     case 2:
+      say("disable tap");
       disableTap();
       break;
     case 3:
+      say("pass");
       user_.pass(0.6);
       break;
     default:
@@ -415,11 +436,13 @@ const Walk::Action Walk::actions[] = {
     {4, "teach", &Walk::teach},
     {3, "open sheet", &Walk::openSheet},
     {1, "check again", &Walk::checkAgain},
+    {1, "check another", &Walk::checkAnother},
     {5, "capture", &Walk::capture},
     {2, "discover", &Walk::discover},
     {1, "save", &Walk::save},
     {2, "close sheet", &Walk::closeSheet},
     {2, "write", &Walk::write},
+    {1, "write twice", &Walk::writeTwice},
     {3, "run in background", &Walk::runInBackground},
     {4, "connect", &Walk::connect},
     {1, "connect as another", &Walk::connectAsAnother},
