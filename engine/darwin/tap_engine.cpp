@@ -4,6 +4,7 @@
 #include "engine/darwin/event_translation.h"
 #include "engine/engine_error.h"
 #include "engine/log.h"
+#include "engine/modifier_flags.h"
 
 #include <algorithm>
 #include <array>
@@ -197,7 +198,9 @@ void TapEngine::releaseMissed(const TapEvent& press, Instant now) {
   }
 }
 
-/// A modifier of another keyboard has changed: it was up and is down now, or the reverse.
+/// A modifier of another keyboard has changed: it was up and is down now, or the reverse. Should
+/// its release say that it is down because a pad holds it too, of which applications are not told,
+/// then for them it is up: the pad's own release will never reach them.
 void TapEngine::noteForeignModifier(CGEventRef event, std::int64_t sender) {
   const auto described = darwin::translate(kCGEventFlagsChanged, event, sender);
   if (!described) return;
@@ -205,11 +208,22 @@ void TapEngine::noteForeignModifier(CGEventRef event, std::int64_t sender) {
   ForeignModifier* const known = std::ranges::find(foreignModifiers_, modifier);
   if (known != foreignModifiers_.end()) {
     foreignModifiers_.eraseUnordered(known);
+    if (isDown(described->kind) && isHeldInSecretOnly(described->name))
+      CGEventSetFlags(event, modifier_flags::releasing(CGEventGetFlags(event), described->name));
   } else if (isDown(described->kind)) {
     // So many are of keyboards that have gone; starting over keeps this free of allocations.
     if (foreignModifiers_.size() == mostForeignModifiers) foreignModifiers_.clear();
     foreignModifiers_.push_back(modifier);
   }
+}
+
+/// Pads hold it, but no key that applications know as it is down.
+bool TapEngine::isHeldInSecretOnly(KeyName modifier) const {
+  const auto& keys = keys_.all();
+  return std::ranges::find(keys, modifier, &PadKeys::Key::name) != keys.end() &&
+         std::ranges::find(keys, modifier, &PadKeys::Key::deliveredAs) == keys.end() &&
+         std::ranges::find(foreignModifiers_, modifier, &ForeignModifier::name) ==
+             foreignModifiers_.end();
 }
 
 bool TapEngine::isHeldElsewhere(const TapEvent& event) const {

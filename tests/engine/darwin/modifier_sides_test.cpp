@@ -52,6 +52,42 @@ TEST_F(ModifierSidesTest, twoSidesHeldTogetherAreToldApart) {
   EXPECT_EQ(heard(), "*v+ *v-");
 }
 
+TEST_F(ModifierSidesTest, aModifierThatABoundKeyHoldsTooComesUpWithTheKeyboards) {
+  computer.engine->apply(customSet({{{"left_control"}, keyOutput("v")}}));
+  computer.down(keyboard, "left_control");
+  computer.down(pad, "left_control");
+  heard();
+  computer.up(keyboard, "left_control");
+  EXPECT_EQ(heard(), "left_control-") << "the bound key's own release will not be heard";
+  computer.up(pad, "left_control");
+  EXPECT_EQ(heard(), "");
+}
+
+TEST_F(ModifierSidesTest, aModifierStaysDownForAsLongAsAKeyboardHoldsIt) {
+  computer.engine->apply(customSet({{{"left_control"}, keyOutput("v")}}));
+  const auto second = computer.attach({0x1234, 0x0002});
+  computer.down(keyboard, "left_control");
+  computer.down(second, "left_control");
+  computer.down(pad, "left_control");
+  heard();
+  computer.up(keyboard, "left_control");
+  EXPECT_EQ(heard(), "left_control+") << "the second keyboard holds it";
+  computer.up(second, "left_control");
+  EXPECT_EQ(heard(), "left_control-");
+  computer.up(pad, "left_control");
+}
+
+TEST_F(ModifierSidesTest, aModifierStaysDownForAsLongAsAnUnboundKeyHoldsIt) {
+  computer.engine->apply(customSet({{{"f"}, keyOutput("v")}}));
+  computer.down(keyboard, "left_control");
+  computer.down(pad, "left_control");
+  heard();
+  computer.up(keyboard, "left_control");
+  EXPECT_EQ(heard(), "left_control+") << "applications know that the pad holds it";
+  computer.up(pad, "left_control");
+  EXPECT_EQ(heard(), "left_control-");
+}
+
 TEST_F(ModifierSidesTest, aModifierHeldOnTheKeyboardTooIsStillReleasedOnThePad) {
   computer.down(keyboard, "left_control");
   for (int i = 0; i < 3; ++i) {
