@@ -152,8 +152,11 @@ CGEventRef TapEngine::handle(CGEventType type, CGEventRef event) {
   }
   auto described = darwin::translate(type, event, sender);
   if (!described) return event;
-  if (type == kCGEventFlagsChanged && isReleaseInDisguise(*described))
-    described->kind = TapEvent::Kind::keyUp;
+  if (type == kCGEventFlagsChanged) {
+    // Pressed before its sender was known to be a pad's.
+    if (isForeignRelease(event, *described)) return event;
+    if (isReleaseInDisguise(*described)) described->kind = TapEvent::Kind::keyUp;
+  }
 
   const Instant now = queue_.now();
   if (isDown(described->kind) && !darwin::isRepeat(type, event))
@@ -172,6 +175,7 @@ CGEventRef TapEngine::handle(CGEventType type, CGEventRef event) {
 /// another.
 void TapEngine::expectMissedReleases() {
   underWay_ = 0;
+  foreignModifiers_.clear();
   const PadKeys::Keys before(keys_.all());
   replayAll(processor_.flush(Instant::max()));
   for (const PadKeys::Key& earlier : before) {
@@ -198,23 +202,26 @@ void TapEngine::releaseMissed(const TapEvent& press, Instant now) {
   }
 }
 
-/// A modifier of another keyboard has changed: it was up and is down now, or the reverse. Should
-/// its release say that it is down because a pad holds it too, of which applications are not told,
-/// then for them it is up: the pad's own release will never reach them.
+/// A modifier of another keyboard has changed: it was up and is down now, or the reverse.
 void TapEngine::noteForeignModifier(CGEventRef event, std::int64_t sender) {
   const auto described = darwin::translate(kCGEventFlagsChanged, event, sender);
-  if (!described) return;
-  const ForeignModifier modifier{sender, described->name};
+  if (!described || isForeignRelease(event, *described) || !isDown(described->kind)) return;
+  // So many are of keyboards that have gone; starting over keeps this free of allocations.
+  if (foreignModifiers_.size() == mostForeignModifiers) foreignModifiers_.clear();
+  foreignModifiers_.push_back({sender, described->name});
+}
+
+/// Takes note of the release. Should it say that the modifier is down because a pad holds it too,
+/// of which applications are not told, then for them it is up: the pad's own release will never
+/// reach them.
+bool TapEngine::isForeignRelease(CGEventRef event, const TapEvent& described) {
+  const ForeignModifier modifier{described.senderId, described.name};
   ForeignModifier* const known = std::ranges::find(foreignModifiers_, modifier);
-  if (known != foreignModifiers_.end()) {
-    foreignModifiers_.eraseUnordered(known);
-    if (isDown(described->kind) && isHeldInSecretOnly(described->name))
-      CGEventSetFlags(event, modifier_flags::releasing(CGEventGetFlags(event), described->name));
-  } else if (isDown(described->kind)) {
-    // So many are of keyboards that have gone; starting over keeps this free of allocations.
-    if (foreignModifiers_.size() == mostForeignModifiers) foreignModifiers_.clear();
-    foreignModifiers_.push_back(modifier);
-  }
+  if (known == foreignModifiers_.end()) return false;
+  foreignModifiers_.eraseUnordered(known);
+  if (isDown(described.kind) && isHeldInSecretOnly(described.name))
+    CGEventSetFlags(event, modifier_flags::releasing(CGEventGetFlags(event), described.name));
+  return true;
 }
 
 /// Pads hold it, but no key that applications know as it is down.

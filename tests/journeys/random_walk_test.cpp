@@ -135,9 +135,10 @@ private:
     if (dice_.chance(5)) return {KeyName("button3"), Key::Kind::pointingButton};
     return plainKey(dice_.oneOf(names));
   }
-  /// Modifiers that people press on the keyboard and the pad never: one that is down on both comes
-  /// up on the keyboard without the applications being told.
-  static constexpr std::array<std::string_view, 2> ofKeyboard{"right_shift", "right_option"};
+  /// Modifiers that people press on the keyboard, the pad's own left_control among them. Outputs
+  /// leave them out, since the end of an output releases its modifiers whoever else holds them.
+  static constexpr std::array<std::string_view, 3> ofKeyboard{"right_shift", "right_option",
+                                                              "left_control"};
   std::vector<Modifier> someModifiers() {
     std::vector<Modifier> some;
     for (const Modifier modifier : Modifier::allCases) {
@@ -336,7 +337,9 @@ private:
     else
       user_.type({"y"});
   }
-  std::string_view heldOnKeyboard() { return dice_.chance(50) ? "x" : ofKeyboard[0]; }
+  std::string_view heldOnKeyboard() {
+    return dice_.oneOf(std::array<std::string_view, 3>{"x", "right_shift", "left_control"});
+  }
   void holdKeyboard() {
     user_.machine.desk.press(user_.machine.keyboard, KeyName(heldOnKeyboard()));
   }

@@ -137,6 +137,42 @@ TEST_F(DeviceChangeTest, aKeyThatIsHeldWhileItGetsABindingDoesNothingUntilItIsPr
   EXPECT_EQ(heard(), "*1+ *1- *2+ *2-");
 }
 
+TEST_F(DeviceChangeTest, aModifierPressedBeforeItsPadWasNoticedIsReleasedWhileAKeyboardHoldsIt) {
+  computer.desk.detach(pad);
+  apply({{{"left_control", "c"}, keyOutput("v")}});
+  notice();
+  pad = computer.attach(customIdentity);
+  computer.down(pad, "left_control");
+  notice();
+  computer.down(computer.keyboard, "left_control");
+  EXPECT_EQ(heard(), "left_control+ left_control+");
+  computer.up(pad, "left_control");
+  computer.pass(1);
+  EXPECT_EQ(heard(), "left_control+") << "the keyboard holds it, and nothing is held back";
+  computer.up(computer.keyboard, "left_control");
+  EXPECT_EQ(heard(), "left_control-");
+}
+
+TEST_F(DeviceChangeTest, aModifierWhoseReleaseWentByUnseenIsPressedAnewLikeAnyOther) {
+  computer.desk.detach(pad);
+  apply({{{"f"}, keyOutput("v")}});
+  notice();
+  pad = computer.attach(customIdentity);
+  computer.down(pad, "left_option");
+  notice();
+  computer.desk.setTrusted(false);
+  computer.engine->startTap();
+  computer.up(pad, "left_option");
+  computer.desk.setTrusted(true);
+  computer.engine->startTap();
+  heard();
+  computer.down(pad, "left_option");
+  EXPECT_EQ(heard(), "left_option+");
+  computer.desk.detach(pad);
+  notice();
+  EXPECT_EQ(heard(), "*left_option-") << "the engine knows that it is down";
+}
+
 TEST_F(DeviceChangeTest, aKeyPressedBeforeItsPadWasNoticedIsReleasedAsItWasPressed) {
   computer.desk.detach(pad);
   apply({{{"a"}, keyOutput("v")}, {{"left_control", "f"}, keyOutput("w")}});
