@@ -50,10 +50,7 @@ TapEngine::TapEngine(MainQueue& queue, std::shared_ptr<SenderResolving> resolver
       trustChecker_(std::move(trustChecker)),
       inputMonitoringChecker_(std::move(inputMonitoringChecker)) {
   if (!hotplug_) return;
-  hotplugCallback_ = hotplug_->onDevicesChanged([this] {
-    resolveSenders();
-    forgetKeyboards();
-  });
+  hotplugCallback_ = hotplug_->onDevicesChanged([this] { resolveSenders(); });
   hotplug_->start();
 }
 
@@ -216,16 +213,10 @@ void TapEngine::noteForeignModifier(CGEventRef event, std::int64_t sender) {
   foreignModifiers_.push_back({sender, described->name});
 }
 
-/// An event says that it is up, and the flags speak for all keyboards.
+/// An event says that it is up, and the flags speak for all keyboards: also for one that has gone
+/// with the modifier held, whose release never comes.
 void TapEngine::forgetModifier(KeyName modifier) {
   foreignModifiers_.eraseUnorderedIf([&](const auto& each) { return each.name == modifier; });
-}
-
-/// One of them may have gone with a modifier held, whose release never comes. What a pad held
-/// before it was noticed is still its.
-void TapEngine::forgetKeyboards() {
-  foreignModifiers_.eraseUnorderedIf(
-      [&](const auto& each) { return !processor_.senders().contains(each.sender); });
 }
 
 /// Takes note of the release. Should it say that the modifier is down because a pad holds it too,

@@ -74,7 +74,6 @@ private:
   void releaseMissed(const TapEvent& press, Instant now);
   void noteForeignModifier(CGEventRef event, std::int64_t sender);
   void forgetModifier(KeyName modifier);
-  void forgetKeyboards();
   bool isForeignRelease(CGEventRef event, const TapEvent& described);
   bool isHeldInSecretOnly(KeyName modifier) const;
   bool isHeldElsewhere(const TapEvent& event) const;
