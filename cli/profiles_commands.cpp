@@ -7,6 +7,7 @@
 #include "core/known_devices.h"
 #include "core/mode_profiles.h"
 #include "core/utf8.h"
+#include "engine/log.h"
 #include "files/durable_file.h"
 #include "viewmodels/profile_editing.h"
 
