@@ -24,12 +24,12 @@ const Profile* find(const std::vector<Profile>& profiles, const Value& value, Fi
   return found == profiles.end() ? nullptr : &*found;
 }
 
-/// " and is kept as FILE", since the file is about to be replaced.
+/// "is kept as FILE", since the file is about to be replaced.
 std::string setAsideIfPossible(const ProfileStore& store) {
   try {
-    return " and is kept as " + setAside(store.profilesFile()).string();
+    return "is kept as " + setAside(store.profilesFile()).string();
   } catch (const std::exception& error) {
-    return std::string("; it could not be kept: ") + error.what();
+    return std::string("could not be kept: ") + error.what();
   }
 }
 
@@ -43,8 +43,8 @@ std::vector<Profile> loadOrNothing(const ProfileStore& store, const Report& repo
   try {
     return store.load();
   } catch (const std::exception& error) {
-    report("the profiles cannot be read: " + reason(store, error) + "; the file counts as empty" +
-           setAsideIfPossible(store));
+    report("the profiles cannot be read: " + reason(store, error) +
+           "; the file counts as empty and " + setAsideIfPossible(store));
     return {};
   }
 }
@@ -105,7 +105,8 @@ void ProfileListViewModel::setActive(UUID id) {
 void ProfileListViewModel::keepLegacy(std::span<const Profile> loaded) const {
   if (!store_ || store_->saveLegacyBackup(loaded)) return;
   std::string what = "the backup " + store_->legacyBackupFile().string() + " cannot be written";
-  if (!loaded.empty()) what += "; " + store_->profilesFile().string() + setAsideIfPossible(*store_);
+  if (!loaded.empty())
+    what += "; " + store_->profilesFile().string() + " " + setAsideIfPossible(*store_);
   report_(what);
 }
 

@@ -193,6 +193,14 @@ TEST_F(ProfilesFile, anImportedLegacyListShowsAtOnceWhatItBecame) {
   EXPECT_EQ(nlohmann::json::parse(backup), nlohmann::json::parse(legacy));
 }
 
+TEST_F(ProfilesFile, whatAStartCannotSaveIsNoErrorOfAListing) {
+  std::filesystem::create_symlink(path("nowhere"), path("data"));
+  const std::string modes = "P  no bindings\nM  no bindings\nR  no bindings\n";
+  EXPECT_EQ(profiles({"list"}), printed(modes));
+  EXPECT_FALSE(std::filesystem::exists(profilesFile())) << "it could not be saved";
+  EXPECT_EQ(profiles({"bind", "P", "1", "a"}).code, 1) << "while an edit is lost";
+}
+
 TEST_F(ProfilesFile, listingsLetNoControlCharacterOfALabelReachTheTerminal) {
   store("[" + profile("P", R"({"fromKeyId":1,"label":"\u001b[31m\nx","output":)" + tap("a") + "}") +
         "," + profile("M", "") + "," + profile("R", "") + "]");

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <stdexcept>
@@ -183,6 +184,43 @@ TEST(InlineVector, erasesAnItemByPuttingTheLastInItsPlace) {
   EXPECT_EQ(contents(numbers), (std::vector{3, 5}));
 }
 
+TEST(InlineVector, erasesWhatSatisfiesAConditionAndAsksOnceForEveryItem) {
+  Numbers numbers = counted(6);
+  std::vector<int> asked;
+  numbers.eraseUnorderedIf([&](int number) {
+    asked.push_back(number);
+    return number == 1 || number == 6 || number == 3;
+  });
+  EXPECT_EQ(contents(numbers), (std::vector{5, 2, 4}));
+  std::ranges::sort(asked);
+  EXPECT_EQ(asked, expected(6));
+}
+
+TEST(InlineVector, erasesNothingOrEverythingAsTheConditionSays) {
+  for (const int size : sizes) {
+    Numbers numbers = counted(size);
+    numbers.eraseUnorderedIf([](int) { return false; });
+    EXPECT_EQ(contents(numbers), expected(size));
+    numbers.eraseUnorderedIf([](int) { return true; });
+    EXPECT_TRUE(numbers.empty());
+    numbers.push_back(1);
+    EXPECT_EQ(contents(numbers), expected(1));
+  }
+}
+
+RC_GTEST_PROP(InlineVectorProperty, keepsExactlyWhatDoesNotSatisfyTheCondition,
+              (std::vector<int> items, int divisor)) {
+  const auto isUnwanted = [&](int item) { return divisor != 0 && item / 2 % divisor == 0; };
+  Numbers numbers;
+  numbers.append(items);
+  numbers.eraseUnorderedIf(isUnwanted);
+  std::erase_if(items, isUnwanted);
+  std::vector<int> left = contents(numbers);
+  std::ranges::sort(left);
+  std::ranges::sort(items);
+  RC_ASSERT(left == items);
+}
+
 TEST(InlineVector, isEqualWhenItsItemsAreWhereverTheyLive) {
   EXPECT_EQ(counted(3), counted(3));
   EXPECT_NE(counted(3), counted(2));
@@ -227,6 +265,7 @@ public:
   Counted& operator=(Counted&&) = default;
   ~Counted() { --alive; }
   bool operator==(const Counted&) const = default;
+  bool isOdd() const { return (text_.at(text_.size() - 41) - '0') % 2 != 0; }
 
   inline static int alive = 0;
 
@@ -242,7 +281,7 @@ RC_GTEST_PROP(InlineVectorProperty, behavesLikeAnOrdinaryListAndEndsEveryItemOnc
     std::vector<Counted> model;
     std::vector<Counted> otherModel;
     const auto steps = *rc::gen::container<std::vector<int>>(
-        rc::gen::resize(rc::kNominalSize, rc::gen::inRange(0, 12)));
+        rc::gen::resize(rc::kNominalSize, rc::gen::inRange(0, 13)));
     int next = 0;
     for (const int step : steps) {
       switch (step) {
@@ -277,6 +316,19 @@ RC_GTEST_PROP(InlineVectorProperty, behavesLikeAnOrdinaryListAndEndsEveryItemOnc
           model.clear();
         }
         break;
+      case 12: {
+        const auto isOdd = [](const Counted& each) { return each.isOdd(); };
+        list.eraseUnorderedIf(isOdd);
+        for (std::size_t i = 0; i < model.size();) {
+          if (!model[i].isOdd()) {
+            ++i;
+            continue;
+          }
+          std::swap(model[i], model.back());
+          model.pop_back();
+        }
+        break;
+      }
       default:
         list.push_back(Counted(next));
         model.emplace_back(next);

@@ -286,7 +286,7 @@ TEST_F(ProfileStoreTest, takesALinkToNowhereForNoFile) {
 TEST_F(ProfileStoreTest, writesTheBackupInTheSameFormBesideTheProfiles) {
   store.save(Profiles{{firstId, "P", {}}});
   const std::string profiles = contentOf(store.profilesFile());
-  store.saveLegacyBackup(someProfiles());
+  EXPECT_TRUE(store.saveLegacyBackup(someProfiles()));
   EXPECT_EQ(contentOf(store.legacyBackupFile()), textOfSomeProfiles);
   EXPECT_EQ(contentOf(store.profilesFile()), profiles);
   EXPECT_EQ(namesIn(folder.path()), (Names{"profiles-legacy-backup.json", "profiles.json"}));
@@ -294,18 +294,18 @@ TEST_F(ProfileStoreTest, writesTheBackupInTheSameFormBesideTheProfiles) {
 
 TEST_F(ProfileStoreTest, createsTheDirectoryForTheBackupToo) {
   const ProfileStore deep(folder / "a" / "b");
-  deep.saveLegacyBackup({});
+  EXPECT_TRUE(deep.saveLegacyBackup({}));
   EXPECT_EQ(contentOf(deep.legacyBackupFile()), "[]\n");
   EXPECT_EQ(namesIn(deep.directory()), Names{"profiles-legacy-backup.json"});
 }
 
-TEST_F(ProfileStoreTest, dropsEveryFailureOfTheBackup) {
+TEST_F(ProfileStoreTest, answersWhenTheBackupCannotBeSaved) {
   put(folder / "file", "not a folder");
-  ProfileStore(folder / "file").saveLegacyBackup(someProfiles());
+  EXPECT_FALSE(ProfileStore(folder / "file").saveLegacyBackup(someProfiles()));
   EXPECT_EQ(contentOf(folder / "file"), "not a folder");
 
   fs::create_directory(store.legacyBackupFile());
-  store.saveLegacyBackup(someProfiles());
+  EXPECT_FALSE(store.saveLegacyBackup(someProfiles()));
   EXPECT_EQ(namesIn(store.legacyBackupFile()), Names{});
   EXPECT_EQ(namesIn(folder.path()), (Names{"file", "profiles-legacy-backup.json"}));
 }
@@ -313,8 +313,7 @@ TEST_F(ProfileStoreTest, dropsEveryFailureOfTheBackup) {
 TEST_F(ProfileStoreTest, leavesThePreviousBackupWhenWritingFails) {
   store.saveLegacyBackup(someProfiles());
   const int status = exitStatusOnAFullDisk([&] {
-    store.saveLegacyBackup(Profiles{{secondId, "new", {}}});
-    return 0;
+    return store.saveLegacyBackup(Profiles{{secondId, "new", {}}}) ? 1 : 0;
   });
   EXPECT_EQ(status, 0);
   EXPECT_EQ(contentOf(store.legacyBackupFile()), textOfSomeProfiles);

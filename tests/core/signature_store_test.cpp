@@ -1,4 +1,6 @@
+#include "core/json/decoding_error.h"
 #include "core/signature_store.h"
+#include "files/durable_file.h"
 #include "tests/files/file_facts.h"
 #include "tests/support/child_process.h"
 #include "tests/support/generators.h"
@@ -10,6 +12,7 @@
 
 #include <csignal>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -168,10 +171,25 @@ TEST_F(SignatureStoreTest, takesAFileThatDoesNotDecodeForNoLearnedKeys) {
   EXPECT_EQ(store.load(), Records{});
 }
 
-TEST_F(SignatureStoreTest, overwritesADamagedFileWithTheNextSave) {
+TEST_F(SignatureStoreTest, setsADamagedFileAsideWithTheNextSave) {
   put(store.signaturesFile(), "{damaged");
   store.save(someRecords());
   EXPECT_EQ(store.load(), someRecords());
+  EXPECT_EQ(contentOf(store.signaturesFile().string() + ".unreadable"), "{damaged");
+  EXPECT_EQ(namesIn(folder.path()), (Names{"signatures.json", "signatures.json.unreadable"}));
+}
+
+TEST_F(SignatureStoreTest, replacesAReadableFileWithoutKeepingIt) {
+  put(store.signaturesFile(), R"([{"vendorId":1,"productId":2,"keySignatures":[],"later":1}])");
+  store.save(someRecords());
+  store.save({});
+  EXPECT_EQ(namesIn(folder.path()), Names{"signatures.json"});
+}
+
+TEST_F(SignatureStoreTest, readsWhatItLoads) {
+  EXPECT_EQ(store.read(), Records{});
+  store.save(someRecords());
+  EXPECT_EQ(store.read(), someRecords());
 }
 
 TEST_F(SignatureStoreTest, takesAFileThatCannotBeReadForNoLearnedKeys) {
@@ -181,15 +199,15 @@ TEST_F(SignatureStoreTest, takesAFileThatCannotBeReadForNoLearnedKeys) {
   EXPECT_EQ(SignatureStore(folder / "file").load(), Records{});
 }
 
-TEST_F(SignatureStoreTest, dropsEveryFailureOfASave) {
+TEST_F(SignatureStoreTest, saysNothingOfAFailureToSaveAndSetsAFolderInItsPlaceAside) {
   put(folder / "file", "not a folder");
   EXPECT_NO_THROW(SignatureStore(folder / "file").save(someRecords()));
   EXPECT_EQ(contentOf(folder / "file"), "not a folder");
 
   fs::create_directory(store.signaturesFile());
   EXPECT_NO_THROW(store.save(someRecords()));
-  EXPECT_EQ(namesIn(store.signaturesFile()), Names{});
-  EXPECT_EQ(namesIn(folder.path()), (Names{"file", "signatures.json"}));
+  EXPECT_EQ(store.load(), someRecords());
+  EXPECT_TRUE(fs::is_directory(store.signaturesFile().string() + ".unreadable"));
 }
 
 TEST_F(SignatureStoreTest, leavesThePreviousFileWhenWritingFails) {
@@ -214,12 +232,42 @@ TEST_F(SignatureStoreTest, keepsASymbolicLinkAndReplacesItsTarget) {
   EXPECT_EQ(contentOf(folder / "mine.json"), textOfSomeRecords);
 }
 
+// What is thrown
+
+TEST_F(SignatureStoreTest, throwsOnlyWhenItReads) {
+  const auto whereReadingFails = [&]() -> std::string {
+    try {
+      store.read();
+    } catch (const DecodingError& error) {
+      return error.where();
+    }
+    return "nowhere";
+  };
+  for (const auto& [content, where] : std::vector<std::pair<std::string, std::string>>{
+           {"", "1"},
+           {"[\n  1,\n]", "3"},
+           {"{}", "1"},
+           {"[{}]", "[0].vendorId"},
+           {R"([{"vendorId":1,"productId":2,"keySignatures":{}}])", "[0].keySignatures"},
+       }) {
+    put(store.signaturesFile(), content);
+    EXPECT_EQ(whereReadingFails(), where) << content;
+    EXPECT_EQ(contentOf(store.signaturesFile()), content);
+  }
+  fs::remove(store.signaturesFile());
+  fs::create_directory(store.signaturesFile());
+  EXPECT_THROW(store.read(), FileError);
+  EXPECT_EQ(namesIn(folder.path()), Names{"signatures.json"}) << "reading sets nothing aside";
+}
+
 // What is reported
 
 struct SignatureReportTest : SignatureStoreTest {
   Names reports;
-  const SignatureStore reporting{folder.path(),
-                                 [this](std::string_view what) { reports.emplace_back(what); }};
+  const std::function<void(std::string_view)> report = [this](std::string_view what) {
+    reports.emplace_back(what);
+  };
+  const SignatureStore reporting{folder.path(), report};
   const std::string file = reporting.signaturesFile().string();
 
   /// What is new since the last call.
@@ -249,12 +297,31 @@ TEST_F(SignatureReportTest, tellsWhichMemberIsOfTheWrongShape) {
       << reports[0];
 }
 
-TEST_F(SignatureReportTest, tellsWhyAFileCannotBeReadOrSaved) {
+TEST_F(SignatureReportTest, tellsWhyAFileCannotBeRead) {
   fs::create_directory(file);
   reporting.load();
   EXPECT_EQ(reported(), Names{"the learned keys cannot be read: " + file + ": Is a directory"});
-  reporting.save(someRecords());
-  EXPECT_EQ(reported(), Names{"the learned keys cannot be saved: " + file + ": Is a directory"});
+  EXPECT_EQ(namesIn(folder.path()), Names{"signatures.json"}) << "loading sets nothing aside";
+}
+
+TEST_F(SignatureReportTest, tellsWhereAnUnreadableFileIsKept) {
+  for (const std::string suffix : {".unreadable", ".unreadable-2"}) {
+    put(file, "[1,]" + suffix);
+    reporting.save(someRecords());
+    EXPECT_EQ(reported(),
+              Names{"the learned keys that cannot be read are kept as " + file + suffix});
+    EXPECT_EQ(contentOf(file + suffix), "[1,]" + suffix);
+    EXPECT_EQ(reporting.read(), someRecords());
+  }
+  EXPECT_EQ(contentOf(file + ".unreadable"), "[1,].unreadable");
+}
+
+TEST_F(SignatureReportTest, tellsWhyNothingCanBeSaved) {
+  put(folder / "file", "not a folder");
+  const SignatureStore blocked(folder / "file", report);
+  blocked.save(someRecords());
+  EXPECT_EQ(reported(), Names{"the learned keys cannot be saved: " +
+                              blocked.signaturesFile().string() + ": Not a directory"});
 }
 
 TEST_F(SignatureReportTest, isGivenOnceForAFailureThatRepeats) {
@@ -262,23 +329,21 @@ TEST_F(SignatureReportTest, isGivenOnceForAFailureThatRepeats) {
   for (int i = 0; i < 3; ++i)
     reporting.load();
   EXPECT_EQ(reported().size(), 1U);
+  put(folder / "file", "not a folder");
+  const SignatureStore blocked(folder / "file", report);
   for (int i = 0; i < 3; ++i)
-    reporting.save({});
+    blocked.save({});
   EXPECT_EQ(reported().size(), 1U);
 }
 
 TEST_F(SignatureReportTest, isGivenForEachFailureThatDiffersFromTheOneBefore) {
-  fs::create_directory(file);
-  reporting.load();
-  reporting.save({});
-  reporting.load();
-  EXPECT_EQ(reported().size(), 3U);
-  fs::remove(file);
-  put(file, "[");
-  reporting.load();
-  put(file, "{}");
-  reporting.load();
-  EXPECT_EQ(reported().size(), 2U);
+  for (int i = 0; i < 2; ++i) {
+    for (const char* content : {"[", "{}"}) {
+      put(file, content);
+      reporting.load();
+      EXPECT_EQ(reported().size(), 1U) << content;
+    }
+  }
 }
 
 TEST_F(SignatureReportTest, isGivenAgainAfterALoadOrASaveThatWentWell) {
@@ -290,6 +355,7 @@ TEST_F(SignatureReportTest, isGivenAgainAfterALoadOrASaveThatWentWell) {
   reporting.load();
   EXPECT_EQ(reported().size(), 2U);
   reporting.save({});
+  EXPECT_EQ(reported().size(), 1U) << "what was set aside";
   put(file, "[");
   reporting.load();
   EXPECT_EQ(reported().size(), 1U);

@@ -48,7 +48,7 @@ TEST_F(DiscoverySaveTest, keepsARecordWithoutKeys) {
   EXPECT_EQ(signatures->records, Records{record(padOnCable, "P")});
 }
 
-TEST_F(DiscoverySaveTest, replacesEveryRecordOfTheSameIdentityAndModeAndNoOther) {
+TEST_F(DiscoverySaveTest, replacesEveryRecordOfTheIdentityThatHasItsModeOrNoneAndNoOther) {
   const StoredKeySignature old{1, signatureOf("x")};
   const StoredDeviceSignatures p = record(padOnCable, "P", {old});
   const StoredDeviceSignatures r = record(padOnCable, "R", {old});
@@ -56,12 +56,14 @@ TEST_F(DiscoverySaveTest, replacesEveryRecordOfTheSameIdentityAndModeAndNoOther)
   const StoredDeviceSignatures vendor = record({1, padOnCable.productId}, "M", {old});
   const StoredDeviceSignatures product = record({padOnCable.vendorId, 1}, "M", {old});
   const StoredDeviceSignatures same = record(padOnCable, "M", {old});
-  signatures->records = {p, same, r, without, vendor, same, product};
+  const StoredDeviceSignatures elsewhere = record(padInModeM, std::nullopt, {old});
+  const StoredDeviceSignatures empty = record(padOnCable, "", {old});
+  signatures->records = {without, p, same, r, without, vendor, same, product, elsewhere, empty};
   model = discovery("M");
   confirm(device("Orlo3-M", padOnCable.vendorId, padOnCable.productId));
   learn(1, "a");
   model->save();
-  EXPECT_EQ(signatures->records, (Records{p, r, without, vendor, product,
+  EXPECT_EQ(signatures->records, (Records{p, r, vendor, product, elsewhere, empty,
                                           record(padOnCable, "M", {{1, signatureOf("a")}})}));
 }
 

@@ -10,7 +10,10 @@ namespace {
 namespace fs = std::filesystem;
 using namespace words;
 
-struct ProfileStartTest : ProfileFolderTest {};
+struct ProfileStartTest : ProfileFolderTest {
+  std::string file = store.profilesFile().string();
+  std::string noBackup = "the backup " + store.legacyBackupFile().string() + " cannot be written";
+};
 
 TEST_F(ProfileStartTest, savesThreeEmptyModesAndTheBackupOfAnEmptyListAtTheVeryFirst) {
   const Profiles profiles = start();
@@ -117,15 +120,43 @@ TEST_F(ProfileStartTest, worksWithoutAFolderToSaveInAndSaysSo) {
   const Profiles old{profile("Default", {copy})};
   expectModes(*ProfileListViewModel(store, old, report).profiles(), {copy}, old);
   EXPECT_EQ(contentOf(folder / "file"), "not a folder");
+  const std::string reason = store.profilesFile().string() + ": Not a directory";
+  const std::string backup =
+      "the backup " + store.legacyBackupFile().string() + " cannot be written";
+  EXPECT_EQ(reports,
+            (Names{backup + "; " + store.profilesFile().string() + " could not be kept: " + reason,
+                   reason}));
+  reports.clear();
   expectModes(start(), {}, {});
-  EXPECT_EQ(reports, Names(2, store.profilesFile().string() + ": Not a directory"));
+  EXPECT_EQ(reports, (Names{backup, reason})) << "there is nothing to keep";
 }
 
 TEST_F(ProfileStartTest, savesTheProfilesEvenIfTheBackupFails) {
   fs::create_directory(store.legacyBackupFile());
   const Profiles profiles = start();
   EXPECT_EQ(store.load(), profiles);
-  EXPECT_EQ(reports, Names{}) << "nothing but a copy is missing";
+  EXPECT_EQ(reports, Names{noBackup}) << "an empty list needs no other copy";
+  EXPECT_EQ(namesIn(folder.path()), (Names{"profiles-legacy-backup.json", "profiles.json"}));
+}
+
+TEST_F(ProfileStartTest, setsTheOldProfilesAsideIfTheBackupFails) {
+  fs::create_directory(store.legacyBackupFile());
+  store.save(Profiles{profile("Default", {copy}), profile("Other", {tapA})});
+  const std::string old = contentOf(file);
+  const Profiles profiles = start();
+  expectModes(profiles, {copy}, {});
+  EXPECT_EQ(store.load(), profiles);
+  EXPECT_EQ(contentOf(file + ".unreadable"), old);
+  EXPECT_EQ(reports, Names{noBackup + "; " + file + " is kept as " + file + ".unreadable"});
+  EXPECT_EQ(namesIn(store.legacyBackupFile()), Names{});
+}
+
+TEST_F(ProfileStartTest, doesNotSetAnEmptyListAside) {
+  fs::create_directory(store.legacyBackupFile());
+  put(file, "[]");
+  start();
+  EXPECT_EQ(reports, Names{noBackup});
+  EXPECT_EQ(namesIn(folder.path()), (Names{"profiles-legacy-backup.json", "profiles.json"}));
 }
 
 TEST_F(ProfileStartTest, writesTheBackupEvenIfTheProfilesCannotBeSaved) {

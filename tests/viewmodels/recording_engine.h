@@ -21,9 +21,11 @@ public:
   std::vector<std::string> ignores;             ///< "+1:2" and "-1:2", "+1:2 consumer" with a kind
   std::set<std::pair<int, int>> ignored;        ///< identities that are ignored now
   std::vector<std::string> released;            ///< the names that were asked for
+  std::vector<std::string> statusNames;         ///< the same for the status
 
   std::optional<EngineError> applyError;
   std::optional<EngineError> ignoreError;
+  std::optional<EngineError> statusError;
   EngineStatus currentStatus;
   /// Answers whether the device has been let go of.
   std::function<bool()> isReleased = [] { return true; };
@@ -33,7 +35,11 @@ public:
     if (applyError) throw *applyError; // NOLINT
     applied.emplace_back(sets.begin(), sets.end());
   }
-  EngineStatus status(std::string_view /*trellivarDeviceName*/) override { return currentStatus; }
+  EngineStatus status(std::string_view trellivarDeviceName) override {
+    statusNames.emplace_back(trellivarDeviceName);
+    if (statusError) throw *statusError; // NOLINT
+    return currentStatus;
+  }
   void setDeviceIgnored(bool isIgnored, int vendorId, int productId) override {
     note(isIgnored, vendorId, productId, "");
   }

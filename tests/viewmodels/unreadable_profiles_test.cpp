@@ -132,8 +132,9 @@ TEST_F(UnreadableProfilesTest, stayWhereTheyAreWhenNothingMayBeRenamed) {
   ASSERT_EQ(::chmod(folder.path().c_str(), 0555), 0);
   EXPECT_EQ(reportsToAStranger(),
             "the profiles cannot be read: " + file +
-                ": Permission denied; the file counts as empty; it could not be kept: " + file +
-                ": Permission denied\n" + file + ": Permission denied\n");
+                ": Permission denied; the file counts as empty and could not be kept: " + file +
+                ": Permission denied\nthe backup " + store.legacyBackupFile().string() +
+                " cannot be written\n" + file + ": Permission denied\n");
   fs::permissions(folder.path(), fs::perms::owner_all);
   fs::permissions(file, fs::perms::owner_all);
   EXPECT_EQ(contentOf(file), "damaged");
