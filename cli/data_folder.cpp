@@ -43,6 +43,10 @@ std::vector<Profile> loadProfiles(const ProfileStore& store) {
   return decodingFile(store.profilesFile().string(), [&] { return store.load(); });
 }
 
+std::vector<StoredDeviceSignatures> loadSignatures(const SignatureStore& store) {
+  return decodingFile(store.signaturesFile().string(), [&] { return store.read(); });
+}
+
 ProfileListViewModel openProfiles(const ProfileStore& store, Report report) {
   return {store, loadProfiles(store), std::move(report)};
 }

@@ -3,6 +3,7 @@
 #include "cli/context.h"
 #include "core/profile.h"
 #include "core/profile_store.h"
+#include "core/signature_store.h"
 #include "viewmodels/profile_list_view_model.h"
 
 #include <filesystem>
@@ -21,10 +22,12 @@ std::filesystem::path dataFolder(const Context& context);
 /// says where it is wrong.
 std::vector<Profile> loadProfiles(const ProfileStore& store);
 
+/// The learned keys as they are stored, with the same refusal.
+std::vector<StoredDeviceSignatures> loadSignatures(const SignatureStore& store);
+
 /// The list of the application, after the sequence that every start runs on it. `report` takes the
 /// failures to save it.
-ProfileListViewModel openProfiles(
-    const ProfileStore& store, Report report = [](auto) {});
+ProfileListViewModel openProfiles(const ProfileStore& store, Report report = debugLog);
 
 /// A list of profiles from a file of the user's. Throws BadInput, Failure.
 std::vector<Profile> readProfiles(Context& context, const std::string& file);

@@ -92,6 +92,7 @@ void runDevices(Context& context, const DevicesOptions& options) {
 /// written: what a start would make of them is enough.
 EngineStatus statusWith(const std::shared_ptr<RemapEngine>& engine,
                         const std::filesystem::path& folder) {
+  loadSignatures(SignatureStore(folder));
   const auto profiles = ProfileListViewModel::migrated(loadProfiles(ProfileStore(folder)));
   StubMainQueue queue;
   const auto mapping = MappingViewModel::make({

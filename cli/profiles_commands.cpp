@@ -7,6 +7,7 @@
 #include "core/known_devices.h"
 #include "core/mode_profiles.h"
 #include "core/utf8.h"
+#include "engine/log.h"
 #include "files/durable_file.h"
 #include "viewmodels/profile_editing.h"
 
@@ -64,8 +65,11 @@ ProfileListViewModel profilesOf(const Context& context) {
 void editProfile(const Context& context, const ProfileOptions& options,
                  const std::function<void(Profile&)>& edit) {
   std::string failure;
-  ProfileListViewModel profiles = openProfiles(
-      ProfileStore(dataFolder(context)), [&failure](std::string_view what) { failure = what; });
+  ProfileListViewModel profiles =
+      openProfiles(ProfileStore(dataFolder(context)), [&failure](std::string_view what) {
+        debugLog(what);
+        failure = what;
+      });
   Profile profile = *profiles.profile(options.mode);
   edit(profile);
   failure.clear(); // that of the start, which comes again if it matters

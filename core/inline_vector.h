@@ -74,6 +74,16 @@ public:
     std::destroy_at(data_ + --size_);
   }
 
+  /// Removes what satisfies `condition`; the order of the others may change.
+  template <class Condition> void eraseUnorderedIf(const Condition& condition) {
+    for (T* each = begin(); each != end();) {
+      if (condition(*each))
+        eraseUnordered(each);
+      else
+        ++each;
+    }
+  }
+
   friend bool operator==(const InlineVector& a, const InlineVector& b) {
     return std::ranges::equal(a, b);
   }

@@ -30,10 +30,12 @@ void ProfileStore::save(std::span<const Profile> profiles) const {
   replaceFile(profilesFile(), fileText(profiles));
 }
 
-void ProfileStore::saveLegacyBackup(std::span<const Profile> profiles) const noexcept {
+bool ProfileStore::saveLegacyBackup(std::span<const Profile> profiles) const noexcept {
   try {
     replaceFile(legacyBackupFile(), fileText(profiles));
-  } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): see the header
+    return true;
+  } catch (const std::exception&) {
+    return false;
   }
 }
 

@@ -27,8 +27,8 @@ public:
   /// Creates the folder if needed. Throws FileError; the previous file is then intact.
   void save(std::span<const Profile> profiles) const;
 
-  /// Keeps profiles as they were before a migration. Best effort: every failure is dropped.
-  void saveLegacyBackup(std::span<const Profile> profiles) const noexcept;
+  /// Keeps profiles as they were before a migration. Best effort: answers whether it could.
+  bool saveLegacyBackup(std::span<const Profile> profiles) const noexcept;
 
 private:
   std::filesystem::path directory_;

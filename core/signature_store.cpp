@@ -3,6 +3,7 @@
 #include "core/json/coding.h"
 #include "core/json/decoding_error.h"
 #include "files/durable_file.h"
+#include "files/set_aside.h"
 
 #include <exception>
 #include <utility>
@@ -13,11 +14,16 @@ SignatureStore::SignatureStore(std::filesystem::path directory,
                                std::function<void(std::string_view)> report)
     : directory_(std::move(directory)), report_(std::move(report)) {}
 
+std::vector<StoredDeviceSignatures> SignatureStore::read() const {
+  const auto text = readFile(signaturesFile());
+  if (!text) return {};
+  const Json document = parseJson(*text);
+  return JsonReader(document).list<StoredDeviceSignatures>();
+}
+
 std::vector<StoredDeviceSignatures> SignatureStore::load() const {
   try {
-    const auto text = readFile(signaturesFile());
-    const Json document = text ? parseJson(*text) : Json::array();
-    auto records = JsonReader(document).list<StoredDeviceSignatures>();
+    auto records = read();
     lastFailure_.clear();
     return records;
   } catch (const DecodingError& error) {
@@ -30,10 +36,21 @@ std::vector<StoredDeviceSignatures> SignatureStore::load() const {
 
 void SignatureStore::save(std::span<const StoredDeviceSignatures> records) const {
   try {
+    setAsideIfUnreadable();
     replaceFile(signaturesFile(), prettyPrinted(encodeList(records)));
     lastFailure_.clear();
   } catch (const std::exception& error) {
     failed(std::string("the learned keys cannot be saved: ") + error.what());
+  }
+}
+
+/// What it holds is replaced, but not lost.
+void SignatureStore::setAsideIfUnreadable() const {
+  try {
+    read();
+  } catch (const std::exception&) {
+    const auto aside = setAside(signaturesFile());
+    if (report_) report_("the learned keys that cannot be read are kept as " + aside.string());
   }
 }
 

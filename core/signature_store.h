@@ -21,7 +21,7 @@ public:
 };
 
 /// The signatures in one file of the data folder, replaced whole, atomically and durably. A file
-/// that cannot be read or decoded loads as empty, and the next save overwrites it; a save that
+/// that cannot be read or decoded loads as empty, and the next save sets it aside; a save that
 /// fails leaves the previous file as it was. One thread.
 class SignatureStore final : public SignaturePersisting {
 public:
@@ -35,7 +35,11 @@ public:
   std::vector<StoredDeviceSignatures> load() const override;
   void save(std::span<const StoredDeviceSignatures> records) const override;
 
+  /// As `load`, but throws FileError and DecodingError.
+  std::vector<StoredDeviceSignatures> read() const;
+
 private:
+  void setAsideIfUnreadable() const;
   void failed(const std::string& what) const;
 
   std::filesystem::path directory_;

@@ -167,9 +167,10 @@ void DiscoveryViewModel::save() {
   const auto identity = *deviceIdentity_;
   if (!identity) return;
   auto all = setup_.signatures->load();
+  // A record without a mode comes from learning single keys; it would go before this one.
   std::erase_if(all, [&](const StoredDeviceSignatures& record) {
     return record.vendorId == identity->vendorId && record.productId == identity->productId &&
-           record.modeId == setup_.modeId;
+           record.modeId.value_or(setup_.modeId) == setup_.modeId;
   });
   StoredDeviceSignatures record{identity->vendorId, identity->productId, {}, setup_.modeId};
   for (const auto& [keyId, signature] : *captured_)

@@ -97,7 +97,8 @@ public:
   void captureKey(int keyId, Completion completion);
   /// What a key is called, with what it sends as soon as that is known: "Key 2 — ⌘ C".
   std::string label(int forKeyId) const;
-  /// Keeps what was captured, in place of what was known of this identity in this mode.
+  /// Keeps what was captured, in place of what was known of this identity in this mode or without
+  /// a mode. Its observers may let the model go only while the caller holds it.
   void save();
 
   /// What a captured key is called.

@@ -25,9 +25,9 @@ namespace trellivar {
 /// recording or assigning what it does, labelling it. Every edit of a binding goes to the engine at
 /// once, together with the profiles of all other modes.
 ///
-/// Main thread. Whatever is under way holds the model weakly: when the model has gone, completions
-/// are still called and nothing else happens. (The capturer is asked to call them; who destroys it
-/// as well gives up those that it holds.)
+/// Main thread. Who calls a function holds the model meanwhile. Whatever is under way holds the
+/// model weakly: when the model has gone, completions are still called and nothing else happens.
+/// (The capturer is asked to call them; who destroys it as well gives up those that it holds.)
 class MappingViewModel : public std::enable_shared_from_this<MappingViewModel> {
 public:
   /// Called exactly once on the main thread, when an activity has ended in whatever way.

@@ -18,8 +18,8 @@ namespace trellivar {
 
 /// Writes the bindings of all modes into the pad's firmware, so that the pad keeps them on its own.
 ///
-/// Main thread; the exchange with the pad happens on a background queue, which holds the model
-/// weakly, and never twice at the same time.
+/// Main thread; who calls a function holds the model meanwhile. The exchange with the pad happens
+/// on a background queue, which holds the model weakly, and never twice at the same time.
 class PortableWriteViewModel : public std::enable_shared_from_this<PortableWriteViewModel> {
 public:
   struct Setup {

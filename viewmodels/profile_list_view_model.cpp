@@ -58,7 +58,7 @@ ProfileListViewModel::ProfileListViewModel(std::optional<ProfileStore> store,
                                            std::span<const Profile> loaded, Report report)
     : store_(std::move(store)), report_(std::move(report)), profiles_(migrated(loaded)) {
   if (!std::ranges::equal(*profiles_, loaded, {}, &Profile::id, &Profile::id)) {
-    if (store_) store_->saveLegacyBackup(loaded);
+    keepLegacy(loaded);
     save();
   }
   activeId_.set(profile(modeNames.front())->id);
@@ -99,6 +99,14 @@ void ProfileListViewModel::update(const Profile& profile) {
 
 void ProfileListViewModel::setActive(UUID id) {
   if (find(*profiles_, id, &Profile::id)) activeId_.set(id);
+}
+
+/// Without a backup, the file itself is kept under another name.
+void ProfileListViewModel::keepLegacy(std::span<const Profile> loaded) const {
+  if (!store_ || store_->saveLegacyBackup(loaded)) return;
+  std::string what = "the backup " + store_->legacyBackupFile().string() + " cannot be written";
+  if (!loaded.empty()) what += "; " + store_->profilesFile().string() + setAsideIfPossible(*store_);
+  report_(what);
 }
 
 void ProfileListViewModel::save() const {

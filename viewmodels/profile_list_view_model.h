@@ -19,7 +19,8 @@ public:
   /// Loads, and runs the sequence of every start: the list is migrated and, when that changed it,
   /// saved after the old list has been kept in the backup file. The very first start thus writes
   /// three empty profiles and the backup of an empty list. A file that cannot be read counts as an
-  /// empty list; it is set aside before another takes its place.
+  /// empty list; it is set aside before another takes its place, and so is a list that cannot be
+  /// backed up.
   explicit ProfileListViewModel(const ProfileStore& store, Report report = debugLog);
   /// The same for a list that has been loaded already. Without a store it is kept nowhere.
   ProfileListViewModel(std::optional<ProfileStore> store, std::span<const Profile> loaded,
@@ -48,6 +49,7 @@ public:
   static std::vector<Profile> migrated(std::span<const Profile> from);
 
 private:
+  void keepLegacy(std::span<const Profile> loaded) const;
   void save() const;
 
   std::optional<ProfileStore> store_;

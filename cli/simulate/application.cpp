@@ -19,8 +19,10 @@ template <class Service> std::shared_ptr<Service> borrowed(Service& service) {
 
 std::shared_ptr<SignaturePersisting>
 signaturesIn(const std::optional<std::filesystem::path>& folder) {
-  if (folder) return std::make_shared<SignatureStore>(*folder, debugLog);
-  return std::make_shared<MemorySignatures>();
+  if (!folder) return std::make_shared<MemorySignatures>();
+  auto store = std::make_shared<SignatureStore>(*folder, debugLog);
+  loadSignatures(*store);
+  return store;
 }
 
 std::shared_ptr<ProfileListViewModel>

@@ -205,10 +205,18 @@ void TapEngine::releaseMissed(const TapEvent& press, Instant now) {
 /// A modifier of another keyboard has changed: it was up and is down now, or the reverse.
 void TapEngine::noteForeignModifier(CGEventRef event, std::int64_t sender) {
   const auto described = darwin::translate(kCGEventFlagsChanged, event, sender);
-  if (!described || isForeignRelease(event, *described) || !isDown(described->kind)) return;
+  if (!described) return;
+  if (!isDown(described->kind)) return forgetModifier(described->name);
+  if (isForeignRelease(event, *described)) return;
   // So many are of keyboards that have gone; starting over keeps this free of allocations.
   if (foreignModifiers_.size() == mostForeignModifiers) foreignModifiers_.clear();
   foreignModifiers_.push_back({sender, described->name});
+}
+
+/// An event says that it is up, and the flags speak for all keyboards: also for one that has gone
+/// with the modifier held, whose release never comes.
+void TapEngine::forgetModifier(KeyName modifier) {
+  foreignModifiers_.eraseUnorderedIf([&](const auto& each) { return each.name == modifier; });
 }
 
 /// Takes note of the release. Should it say that the modifier is down because a pad holds it too,

@@ -73,6 +73,7 @@ private:
   void expectMissedReleases();
   void releaseMissed(const TapEvent& press, Instant now);
   void noteForeignModifier(CGEventRef event, std::int64_t sender);
+  void forgetModifier(KeyName modifier);
   bool isForeignRelease(CGEventRef event, const TapEvent& described);
   bool isHeldInSecretOnly(KeyName modifier) const;
   bool isHeldElsewhere(const TapEvent& event) const;

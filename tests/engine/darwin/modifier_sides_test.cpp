@@ -77,6 +77,21 @@ TEST_F(ModifierSidesTest, aModifierStaysDownForAsLongAsAKeyboardHoldsIt) {
   computer.up(pad, "left_control");
 }
 
+TEST_F(ModifierSidesTest, aModifierThatIsUpIsHeldByNoKeyboard) {
+  computer.engine->apply(customSet({{{"left_control"}, keyOutput("v")}}));
+  const auto second = computer.attach({0x1234, 0x0002});
+  computer.pass(Computer::debounce.count());
+  computer.down(second, "left_control");
+  computer.desk.detach(second);
+  computer.tap(keyboard, "left_control");
+  computer.down(keyboard, "left_control");
+  computer.down(pad, "left_control");
+  heard();
+  computer.up(keyboard, "left_control");
+  EXPECT_EQ(heard(), "left_control-");
+  computer.up(pad, "left_control");
+}
+
 TEST_F(ModifierSidesTest, aModifierStaysDownForAsLongAsAnUnboundKeyHoldsIt) {
   computer.engine->apply(customSet({{{"f"}, keyOutput("v")}}));
   computer.down(keyboard, "left_control");
