@@ -28,6 +28,9 @@ AbstractButton {
             forceActiveFocus(Qt.OtherFocusReason);
     }
 
+    // It is as wide as its caption asks for, centred on its key.
+    leftInset: isEditing ? 0 : Math.max(0, Math.min(width * 0.18, (width - contentItem.implicitWidth) / 2 - Theme.unit * 2))
+    rightInset: leftInset
     implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
     padding: Theme.unit
     hoverEnabled: true

@@ -17,24 +17,6 @@ FocusScope {
         width: parent.width
         spacing: Theme.unit
 
-        Text {
-            Layout.fillWidth: true
-            visible: learnButton.visible
-            text: App.texts.errLearnFirst
-            color: Theme.quietText
-            font.pixelSize: Theme.small
-            wrapMode: Text.Wrap
-        }
-        ActionButton {
-            id: learnButton
-
-            Layout.fillWidth: true
-            Layout.bottomMargin: Theme.unit
-            visible: !App.mapping.canAssign
-            kind: ActionButton.Primary
-            text: App.mapping.learnText
-            onClicked: App.mapping.learn()
-        }
         ActionButton {
             Layout.fillWidth: true
             focus: true
@@ -53,22 +35,35 @@ FocusScope {
             implicitHeight: 1
             color: Theme.line
         }
-        GridLayout {
+        Flow {
             Layout.fillWidth: true
-            enabled: App.mapping.canAssign
-            columns: 2
-            columnSpacing: Theme.unit / 2
-            rowSpacing: Theme.unit / 2
+            visible: App.mapping.canAssign
+            spacing: Theme.unit * 0.75
 
             Repeater {
                 model: App.mapping.library
 
                 LibraryItem {
-                    Layout.fillWidth: true
-                    Layout.preferredWidth: 1
                     onClicked: App.mapping.assign(index)
                 }
             }
+        }
+        Text {
+            Layout.fillWidth: true
+            visible: learnButton.visible
+            text: App.texts.errLearnFirst
+            color: Theme.quietText
+            font.pixelSize: Theme.body
+            wrapMode: Text.Wrap
+        }
+        ActionButton {
+            id: learnButton
+
+            Layout.fillWidth: true
+            visible: !App.mapping.canAssign
+            kind: ActionButton.Primary
+            text: App.mapping.learnText
+            onClicked: App.mapping.learn()
         }
     }
 }

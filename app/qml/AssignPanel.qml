@@ -24,6 +24,7 @@ Item {
 
         ColumnLayout {
             Layout.fillWidth: true
+            visible: panel.hasSelection
             spacing: Theme.unit
 
             Text {
@@ -32,29 +33,26 @@ Item {
                 color: Theme.quietText
                 font.pixelSize: Theme.body
                 wrapMode: Text.Wrap
+                maximumLineCount: 2
+                elide: Text.ElideRight
                 Accessible.role: Accessible.Heading
                 Accessible.name: text
             }
             Text {
                 Layout.fillWidth: true
-                visible: panel.hasSelection
                 text: App.mapping.legend || App.texts.empty
                 color: App.mapping.legend ? Theme.text : Theme.quietText
                 font.pixelSize: Theme.large
                 font.weight: Font.DemiBold
                 wrapMode: Text.Wrap
-                maximumLineCount: 3
+                maximumLineCount: 2
                 elide: Text.ElideRight
             }
-            Text {
-                Layout.fillWidth: true
-                visible: !panel.hasSelection
-                text: App.texts.helpAssignFirst
-                color: Theme.text
-                font.pixelSize: Theme.large
-                font.weight: Font.DemiBold
-                wrapMode: Text.Wrap
-            }
+        }
+        NoSelection {
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            visible: !panel.hasSelection
         }
         AssignControls {
             id: controls
@@ -85,7 +83,8 @@ Item {
             Accessible.name: text
         }
         Item {
-            Layout.fillHeight: !panel.isListening
+            Layout.fillHeight: true
+            visible: controls.visible
         }
     }
 }

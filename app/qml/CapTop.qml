@@ -10,7 +10,7 @@ Rectangle {
     required property bool isQuiet
     required property bool isLit
     required property bool isHovered
-    readonly property real inset: width * 0.09
+    readonly property real inset: width * 0.07
 
     border.width: isLit ? 2 : 1
     border.color: isLit ? Theme.accent : Theme.capTop
@@ -35,11 +35,11 @@ Rectangle {
     Text {
         id: numberText
 
-        x: top.inset
-        y: top.inset * 0.7
+        x: top.inset * 1.3
+        y: top.inset
         text: top.number
         color: top.isLit ? Theme.accent : Theme.quietText
-        font.pixelSize: Theme.small
+        font.pixelSize: Math.max(Theme.small, top.width * 0.075)
         font.weight: Font.DemiBold
     }
     Text {
@@ -50,7 +50,7 @@ Rectangle {
         anchors.bottomMargin: numberText.y + numberText.height
         text: top.legend
         color: top.isQuiet ? Theme.quietText : Theme.text
-        font.pixelSize: top.isQuiet ? Theme.body : Theme.large
+        font.pixelSize: Math.max(Theme.body, top.width * (top.isQuiet ? 0.12 : 0.165))
         font.weight: top.isQuiet ? Font.Normal : Font.Medium
         fontSizeMode: Text.Fit
         minimumPixelSize: Theme.small

@@ -19,7 +19,7 @@ Item {
     }
 
     implicitWidth: keyRow.width + 2 * margin
-    implicitHeight: capSize + strip + margin * 2.6 + thickness
+    implicitHeight: capSize + strip + margin * 2.4 + thickness
 
     SoftShadow {
         anchors.fill: parent

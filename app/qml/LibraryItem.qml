@@ -10,9 +10,10 @@ AbstractButton {
     required property string name
     required property bool isAssigned
 
+    implicitWidth: contentItem.implicitWidth + leftPadding + rightPadding
     implicitHeight: Theme.controlHeight
-    leftPadding: Theme.unit
-    rightPadding: Theme.unit
+    leftPadding: Theme.unit * 1.25
+    rightPadding: leftPadding
     hoverEnabled: true
     text: name
     font.pixelSize: Theme.body
@@ -33,8 +34,10 @@ AbstractButton {
         wrapMode: Text.Wrap
     }
     background: Rectangle {
-        radius: Theme.radius / 2
-        color: item.isAssigned ? Theme.accentQuiet : item.hovered || item.down ? Theme.hovered : "transparent"
+        radius: height / 2
+        color: item.isAssigned ? Theme.accentQuiet : item.hovered || item.down ? Theme.hovered : Theme.raised
+        border.width: 1
+        border.color: item.isAssigned ? Theme.accent : Theme.line
 
         FocusRing {
             cornerRadius: parent.radius

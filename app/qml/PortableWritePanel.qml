@@ -1,56 +1,41 @@
 import QtQuick
-import QtQuick.Layouts
 import Trellivar
 
 // Writes every mode into the pad, and tells how that goes.
-RowLayout {
+Item {
     id: panel
 
-    readonly property bool isWriting: App.write.state === "writing"
+    readonly property real gap: Theme.unit * 3
+    readonly property real room: width - button.width - gap
+    readonly property bool hasNews: App.write.text.length > 0 && !button.isWriting
 
-    spacing: Theme.unit * 3
+    implicitHeight: Math.max(button.height, helper.height, hasNews ? news.height : 0)
 
-    Item {
-        Layout.preferredWidth: Theme.writeWidth
-        Layout.preferredHeight: button.implicitHeight
+    WriteButton {
+        id: button
 
-        ActionButton {
-            id: button
-
-            anchors.fill: parent
-            visible: !panel.isWriting
-            kind: ActionButton.Primary
-            text: App.texts.writeToPad
-            onClicked: App.write.write()
-        }
-        ColumnLayout {
-            anchors.fill: parent
-            visible: panel.isWriting
-            spacing: Theme.unit
-
-            Text {
-                text: App.texts.writing
-                color: Theme.text
-                font.pixelSize: Theme.body
-                Accessible.role: Accessible.ProgressBar
-                Accessible.name: text
-            }
-            ProgressLine {
-                Layout.fillWidth: true
-            }
-        }
+        width: implicitWidth
+        height: implicitHeight
+        anchors.verticalCenter: parent.verticalCenter
     }
     Text {
-        Layout.fillWidth: true
-        Layout.preferredWidth: Theme.sideWidth
+        id: helper
+
+        anchors.verticalCenter: parent.verticalCenter
+        x: button.width + panel.gap
+        width: panel.hasNews ? (panel.room - panel.gap) / 2 : panel.room
         text: App.texts.writeHelper
         color: Theme.quietText
         font.pixelSize: Theme.small
+        lineHeight: 1.15
         wrapMode: Text.Wrap
     }
     WriteStatus {
-        Layout.fillWidth: true
-        Layout.preferredWidth: Theme.sideWidth
-        visible: App.write.text.length > 0 && !panel.isWriting
+        id: news
+
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        width: (panel.room - panel.gap) / 2
+        visible: panel.hasNews
     }
 }

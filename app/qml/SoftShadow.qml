@@ -6,14 +6,14 @@ Item {
     id: shadow
 
     property real cornerRadius: Theme.radius
-    property int layers: 8
+    property int layers: 12
 
     Repeater {
         model: shadow.layers
 
         Rectangle {
             required property int index
-            readonly property real spread: (index - 2) * Theme.unit / 2
+            readonly property real spread: (index - 4) * Theme.unit / 3
 
             anchors.fill: parent
             anchors.margins: -spread

@@ -7,12 +7,12 @@ Item {
     id: ring
 
     required property int period
-    property real left: 1
+    property real remaining: 1
 
     implicitWidth: Theme.ringSize
     implicitHeight: Theme.ringSize
 
-    NumberAnimation on left {
+    NumberAnimation on remaining {
         running: ring.visible && ring.period > 0
         loops: Animation.Infinite
         from: 1
@@ -50,7 +50,7 @@ Item {
                 radiusX: ring.width / 2 - 2
                 radiusY: radiusX
                 startAngle: -90
-                sweepAngle: 360 * ring.left
+                sweepAngle: 360 * ring.remaining
             }
         }
     }

@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Layouts
 import Trellivar
 
 // What has become of the last write, with a line for each mode.
-ColumnLayout {
+Column {
     id: status
 
     readonly property var colors: ({
@@ -12,10 +11,10 @@ ColumnLayout {
             "done": Theme.success
         })
 
-    spacing: 2
+    spacing: Theme.unit / 2
 
     Text {
-        Layout.fillWidth: true
+        width: parent.width
         text: App.write.text
         color: status.colors[App.write.state] ?? Theme.text
         font.pixelSize: Theme.body
@@ -24,7 +23,7 @@ ColumnLayout {
         Accessible.name: text
     }
     Flow {
-        Layout.fillWidth: true
+        width: parent.width
         spacing: Theme.unit / 4
 
         Repeater {
