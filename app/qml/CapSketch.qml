@@ -16,7 +16,9 @@ Item {
     implicitHeight: Theme.unit * 9
 
     Rectangle {
-        anchors.fill: parent
+        y: cap.travel
+        width: parent.width
+        height: parent.height - cap.travel
         radius: Theme.radius
         color: Theme.capEdge
     }
