@@ -18,10 +18,11 @@ std::string captionOf(const KeyMapping& mapping) {
 std::vector<KeyView> keyViews(const MappingViewModel& of) {
   std::vector<KeyView> views;
   for (const PhysicalKey& key : of.device()->layout.keys) {
-    KeyView view{.id = key.id,
-                 .caption = std::string(L10n::t(L10n::Key::empty)),
-                 .isLearned = of.hasSignature(key.id),
-                 .isSelected = *of.selectedKeyId() == key.id};
+    KeyView view;
+    view.id = key.id;
+    view.caption = L10n::t(L10n::Key::empty);
+    view.isLearned = of.hasSignature(key.id);
+    view.isSelected = *of.selectedKeyId() == key.id;
     if (const KeyMapping* mapping = mappingOf(*of.profile(), key.id)) {
       view.isBound = true;
       view.legend = outputLabel(mapping->output);

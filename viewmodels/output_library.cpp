@@ -13,9 +13,12 @@ Output tap(std::string_view name, Key::Kind kind) {
 const std::vector<Output>& OutputLibrary::outputs() {
   using Kind = Key::Kind;
   static const std::vector<Output> outputs{
-      tap("volume_increment", Kind::consumerKeyCode), tap("volume_decrement", Kind::consumerKeyCode),
-      tap("mute", Kind::consumerKeyCode),             tap("play_or_pause", Kind::consumerKeyCode),
-      tap("button1", Kind::pointingButton),           tap("button2", Kind::pointingButton),
+      tap("volume_increment", Kind::consumerKeyCode),
+      tap("volume_decrement", Kind::consumerKeyCode),
+      tap("mute", Kind::consumerKeyCode),
+      tap("play_or_pause", Kind::consumerKeyCode),
+      tap("button1", Kind::pointingButton),
+      tap("button2", Kind::pointingButton),
       tap("button3", Kind::pointingButton),
   };
   return outputs;

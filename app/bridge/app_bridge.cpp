@@ -21,8 +21,14 @@ QVariantMap textsIn(AppLanguage language) {
 } // namespace
 
 AppBridge::AppBridge(AppRoot& root, PlatformServices& platform, QObject* parent)
-    : Refreshing(parent), root_(root), platform_(platform), onboarding_(root), mapping_(root),
-      devices_(root), write_(root), picker_(root) {
+    : Refreshing(parent),
+      root_(root),
+      platform_(platform),
+      onboarding_(root),
+      mapping_(root),
+      devices_(root),
+      write_(root),
+      picker_(root) {
   existing = this;
   const SettingsStore& settings = root_.settings();
   watch(settings.language());
@@ -54,7 +60,7 @@ void AppBridge::setStartAtLogin(bool startAtLogin) {
 void AppBridge::finishOnboarding() {
   if (!root_.onboarding().steps()->canContinue || !isOnboarding_) return;
   isOnboarding_ = false;
-  emit isOnboardingChanged();
+  Q_EMIT isOnboardingChanged();
 }
 
 void AppBridge::openPermissionSettings(int step) {
@@ -69,30 +75,29 @@ void AppBridge::openPermissionSettings(int step) {
 void AppBridge::openDiscovery() {
   const Profile* active = root_.profiles().active();
   if (!active) return;
-  discovery_ =
-      std::make_unique<DiscoveryBridge>(root_.discover(active->name), root_.settings());
-  emit discoveryChanged();
+  discovery_ = std::make_unique<DiscoveryBridge>(root_.discover(active->name), root_.settings());
+  Q_EMIT discoveryChanged();
 }
 
 void AppBridge::closeDiscovery() {
   if (!discovery_) return;
   // QML may be in the middle of a call into it.
   discovery_.release()->deleteLater();
-  emit discoveryChanged();
+  Q_EMIT discoveryChanged();
 }
 
 void AppBridge::refresh() {
   const SettingsStore& settings = root_.settings();
   if (take(language_, qtText(settings.language()->rawValue()))) {
     texts_ = textsIn(*settings.language());
-    emit textsChanged();
+    Q_EMIT textsChanged();
   }
   if (take(appearance_, qtText(rawValue(*settings.appearance())))) {
     platform_.setAppearance(*settings.appearance());
-    emit appearanceChanged();
+    Q_EMIT appearanceChanged();
   }
-  if (take(isDark_, platform_.isDark())) emit isDarkChanged();
-  if (take(startAtLogin_, *settings.startAtLogin())) emit startAtLoginChanged();
+  if (take(isDark_, platform_.isDark())) Q_EMIT isDarkChanged();
+  if (take(startAtLogin_, *settings.startAtLogin())) Q_EMIT startAtLoginChanged();
 }
 
 } // namespace trellivar

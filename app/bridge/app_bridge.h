@@ -10,9 +10,9 @@
 #include "app/platform/platform_services.h"
 #include "viewmodels/app_root.h"
 
-#include <QVariantMap>
 #include <QtQml/qqmlregistration.h>
 
+#include <QVariantMap>
 #include <memory>
 
 class QJSEngine;
@@ -33,8 +33,8 @@ class AppBridge : public Refreshing {
   Q_PROPERTY(QString appearance READ appearance WRITE setAppearance NOTIFY appearanceChanged)
   /// What the appearance comes to now.
   Q_PROPERTY(bool isDark READ isDark NOTIFY isDarkChanged)
-  Q_PROPERTY(
-      bool startAtLogin READ startAtLogin WRITE setStartAtLogin NOTIFY startAtLoginChanged)
+  Q_PROPERTY(bool isMotionReduced READ isMotionReduced CONSTANT)
+  Q_PROPERTY(bool startAtLogin READ startAtLogin WRITE setStartAtLogin NOTIFY startAtLoginChanged)
   /// The first steps are to be shown, instead of the pad.
   Q_PROPERTY(bool isOnboarding READ isOnboarding NOTIFY isOnboardingChanged)
   Q_PROPERTY(trellivar::OnboardingBridge* onboarding READ onboarding CONSTANT)
@@ -56,6 +56,7 @@ public:
   QString appearance() const { return appearance_; }
   void setAppearance(const QString& appearance);
   bool isDark() const { return isDark_; }
+  bool isMotionReduced() const { return platform_.isMotionReduced(); }
   bool startAtLogin() const { return startAtLogin_; }
   void setStartAtLogin(bool startAtLogin);
   bool isOnboarding() const { return isOnboarding_; }
@@ -76,7 +77,7 @@ public:
 
   void refresh() override;
 
-signals:
+Q_SIGNALS:
   void textsChanged();
   void appearanceChanged();
   void isDarkChanged();

@@ -32,11 +32,11 @@ void DevicesBridge::lookAgain() { root_.devices().refresh(); }
 
 void DevicesBridge::refresh() {
   const PadLink& link = *root_.devices().padLink();
-  if (take(link_, linkName(link))) emit linkChanged();
-  if (take(chipText_, qtText(StatusTexts::chip(link)))) emit chipTextChanged();
-  if (take(explanation_, qtText(StatusTexts::explanation(link)))) emit explanationChanged();
-  if (take(stageHint_, qtText(StatusTexts::stageHint(link)))) emit stageHintChanged();
-  if (take(padMode_, modeOf(*root_.devices().selected()))) emit padModeChanged();
+  if (take(link_, linkName(link))) Q_EMIT linkChanged();
+  if (take(chipText_, qtText(StatusTexts::chip(link)))) Q_EMIT chipTextChanged();
+  if (take(explanation_, qtText(StatusTexts::explanation(link)))) Q_EMIT explanationChanged();
+  if (take(stageHint_, qtText(StatusTexts::stageHint(link)))) Q_EMIT stageHintChanged();
+  if (take(padMode_, modeOf(*root_.devices().selected()))) Q_EMIT padModeChanged();
 }
 
 } // namespace trellivar

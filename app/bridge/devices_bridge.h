@@ -34,7 +34,7 @@ public:
 
   void refresh() override;
 
-signals:
+Q_SIGNALS:
   void linkChanged();
   void chipTextChanged();
   void explanationChanged();

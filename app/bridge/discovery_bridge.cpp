@@ -28,7 +28,8 @@ int askedKey(const Step& step) {
 
 DiscoveryBridge::DiscoveryBridge(std::shared_ptr<DiscoveryViewModel> model,
                                  const SettingsStore& settings, QObject* parent)
-    : Refreshing(parent), model_(std::move(model)),
+    : Refreshing(parent),
+      model_(std::move(model)),
       keys_({"keyId", "name", "isCaptured", "isAsked"}) {
   watch(model_->step());
   watch(model_->captured());
@@ -75,11 +76,11 @@ void DiscoveryBridge::refresh() {
   differs |= take(title_, std::move(next.title));
   differs |= take(detail_, std::move(next.detail));
   differs |= take(action_, std::move(next.action));
-  if (differs) emit textsChanged();
+  if (differs) Q_EMIT textsChanged();
   const bool isOtherKey = take(keyId_, askedKey(step));
-  if (take(step_, stepName(step)) || isOtherKey) emit stepChanged();
-  if (take(isCapturing_, *model_->isCapturing())) emit isCapturingChanged();
-  if (take(error_, qtText(model_->lastError()->value_or("")))) emit errorChanged();
+  if (take(step_, stepName(step)) || isOtherKey) Q_EMIT stepChanged();
+  if (take(isCapturing_, *model_->isCapturing())) Q_EMIT isCapturingChanged();
+  if (take(error_, qtText(model_->lastError()->value_or("")))) Q_EMIT errorChanged();
 }
 
 } // namespace trellivar

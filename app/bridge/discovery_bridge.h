@@ -54,7 +54,7 @@ public:
 
   void refresh() override;
 
-signals:
+Q_SIGNALS:
   void stepChanged();
   void textsChanged();
   void isCapturingChanged();

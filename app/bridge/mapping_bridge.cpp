@@ -11,9 +11,11 @@
 namespace trellivar {
 
 MappingBridge::MappingBridge(AppRoot& root, QObject* parent)
-    : Refreshing(parent), root_(root),
+    : Refreshing(parent),
+      root_(root),
       keys_({"keyId", "legend", "caption", "label", "isBound", "isLearned", "isSelected"}),
-      modes_({"name", "isActive"}), library_({"name", "isAssigned"}) {
+      modes_({"name", "isActive"}),
+      library_({"name", "isAssigned"}) {
   MappingViewModel& mapping = root_.mapping();
   watch(mapping.device());
   watch(mapping.profile());
@@ -28,7 +30,8 @@ MappingBridge::MappingBridge(AppRoot& root, QObject* parent)
 }
 
 int MappingBridge::listeningMilliseconds() const {
-  const Seconds period = isRecording_ ? MappingViewModel::recordPeriod : MappingViewModel::learnPeriod;
+  const Seconds period =
+      isRecording_ ? MappingViewModel::recordPeriod : MappingViewModel::learnPeriod;
   return static_cast<int>(std::chrono::duration_cast<std::chrono::milliseconds>(period).count());
 }
 
@@ -69,19 +72,19 @@ void MappingBridge::refresh() {
   const Profile* active = root_.profiles().active();
   const int selected = mapping.selectedKeyId()->value_or(0);
   const auto bound = mapping.mapping(selected);
-  if (take(activeMode_, active ? qtText(active->name) : QString())) emit activeModeChanged();
-  if (take(selectedKey_, selected)) emit selectedKeyChanged();
-  if (take(title_, qtText(selectionTitle(mapping)))) emit titleChanged();
-  if (take(legend_, bound ? qtText(outputLabel(bound->output)) : QString())) emit legendChanged();
-  if (take(canAssign_, mapping.hasSignature(selected))) emit canAssignChanged();
-  if (take(isRecording_, *mapping.isRecording())) emit isRecordingChanged();
-  if (take(isLearning_, *mapping.isLearning())) emit isLearningChanged();
-  if (take(error_, qtText(mapping.lastError()->value_or("")))) emit errorChanged();
-  if (take(isUndiscovered_, root_.isUndiscovered())) emit isUndiscoveredChanged();
+  if (take(activeMode_, active ? qtText(active->name) : QString())) Q_EMIT activeModeChanged();
+  if (take(selectedKey_, selected)) Q_EMIT selectedKeyChanged();
+  if (take(title_, qtText(selectionTitle(mapping)))) Q_EMIT titleChanged();
+  if (take(legend_, bound ? qtText(outputLabel(bound->output)) : QString())) Q_EMIT legendChanged();
+  if (take(canAssign_, mapping.hasSignature(selected))) Q_EMIT canAssignChanged();
+  if (take(isRecording_, *mapping.isRecording())) Q_EMIT isRecordingChanged();
+  if (take(isLearning_, *mapping.isLearning())) Q_EMIT isLearningChanged();
+  if (take(error_, qtText(mapping.lastError()->value_or("")))) Q_EMIT errorChanged();
+  if (take(isUndiscovered_, root_.isUndiscovered())) Q_EMIT isUndiscoveredChanged();
   if (take(undiscoveredTitle_,
            qtText(L10n::t(L10n::Key::undiscoveredTitle, activeMode_.toStdString()))))
-    emit undiscoveredTitleChanged();
-  if (take(learnText_, qtText(L10n::t(L10n::Key::captureKeyN, selected)))) emit learnTextChanged();
+    Q_EMIT undiscoveredTitleChanged();
+  if (take(learnText_, qtText(L10n::t(L10n::Key::captureKeyN, selected)))) Q_EMIT learnTextChanged();
 }
 
 void MappingBridge::refreshLists() {

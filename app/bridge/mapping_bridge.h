@@ -68,7 +68,7 @@ public:
 
   void refresh() override;
 
-signals:
+Q_SIGNALS:
   void activeModeChanged();
   void selectedKeyChanged();
   void titleChanged();

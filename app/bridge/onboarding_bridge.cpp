@@ -39,7 +39,7 @@ void OnboardingBridge::refresh() {
           L10n::t(Text::openInputMonitoring)),
       row(Text::step3Title, Text::step3Why, steps.device, ""),
   });
-  if (take(canContinue_, steps.canContinue)) emit canContinueChanged();
+  if (take(canContinue_, steps.canContinue)) Q_EMIT canContinueChanged();
 }
 
 } // namespace trellivar

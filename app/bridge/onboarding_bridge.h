@@ -26,7 +26,7 @@ public:
 
   void refresh() override;
 
-signals:
+Q_SIGNALS:
   void canContinueChanged();
 
 private:

@@ -6,7 +6,6 @@
 #include "viewmodels/shortcut_composer.h"
 
 #include <QVariantMap>
-
 #include <algorithm>
 
 namespace trellivar {
@@ -28,12 +27,12 @@ QVariantList keyboardRows() {
     QVariantList keys;
     for (const KeyDef& def : row) {
       QString name = qtText(std::visit(SpokenName{}, def.role.value));
-      keys.append(QVariantMap{
-          {"keyId", qtText(def.id)},
-          {"label", qtText(def.label)},
-          {"name", name.replace('_', ' ')},
-          {"width", def.width},
-          {"isSpacer", std::holds_alternative<KeyDef::Role::Spacer>(def.role.value)}});
+      keys.append(
+          QVariantMap{{"keyId", qtText(def.id)},
+                      {"label", qtText(def.label)},
+                      {"name", name.replace('_', ' ')},
+                      {"width", def.width},
+                      {"isSpacer", std::holds_alternative<KeyDef::Role::Spacer>(def.role.value)}});
     }
     rows.append(QVariant(keys));
   }
@@ -75,7 +74,7 @@ bool PickerBridge::canAssign() const { return !modifiers_.empty() || base_; }
 void PickerBridge::reset() {
   modifiers_.clear();
   base_.reset();
-  emit chosenChanged();
+  Q_EMIT chosenChanged();
 }
 
 void PickerBridge::toggle(const QString& keyId) {
@@ -89,17 +88,18 @@ void PickerBridge::toggle(const QString& keyId) {
     else
       base_ = Base{keyId, base->key, def->label};
   }
-  emit chosenChanged();
+  Q_EMIT chosenChanged();
 }
 
 void PickerBridge::assign() {
   const auto key = base_ ? std::optional(base_->key) : std::nullopt;
-  if (const auto output = ShortcutComposer::output(modifiers_, key)) root_.mapping().assign(*output);
+  if (const auto output = ShortcutComposer::output(modifiers_, key))
+    root_.mapping().assign(*output);
 }
 
 void PickerBridge::refresh() {
   const std::string key = std::to_string(root_.mapping().selectedKeyId()->value_or(0));
-  if (take(assignText_, qtText(L10n::t(L10n::Key::assignToKey, key)))) emit assignTextChanged();
+  if (take(assignText_, qtText(L10n::t(L10n::Key::assignToKey, key)))) Q_EMIT assignTextChanged();
 }
 
 } // namespace trellivar

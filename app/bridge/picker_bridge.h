@@ -3,10 +3,10 @@
 #include "app/bridge/refreshing.h"
 #include "viewmodels/app_root.h"
 
-#include <QStringList>
-#include <QVariantList>
 #include <QtQml/qqmlregistration.h>
 
+#include <QStringList>
+#include <QVariantList>
 #include <optional>
 #include <vector>
 
@@ -43,7 +43,7 @@ public:
 
   void refresh() override;
 
-signals:
+Q_SIGNALS:
   void chosenChanged();
   void assignTextChanged();
 

@@ -4,15 +4,14 @@
 
 #include <QObject>
 #include <QTimer>
-
 #include <functional>
 #include <utility>
 #include <vector>
 
 namespace trellivar {
 
-/// What shows models to QML: re-reads them in the turn of the loop after any of them has announced a
-/// change, so that a burst of changes is one, and nothing is read before it is stored.
+/// What shows models to QML: re-reads them in the turn of the loop after any of them has announced
+/// a change, so that a burst of changes is one, and nothing is read before it is stored.
 class Refreshing : public QObject {
   Q_OBJECT
 

@@ -13,7 +13,7 @@ void RowModel::setRows(const QList<Row>& rows) {
     if (rows_[i] == rows[i]) continue;
     rows_[i] = rows[i];
     const QModelIndex changed = index(static_cast<int>(i));
-    emit dataChanged(changed, changed);
+    Q_EMIT dataChanged(changed, changed);
   }
   if (rows.size() > common) {
     beginInsertRows({}, static_cast<int>(common), static_cast<int>(rows.size()) - 1);

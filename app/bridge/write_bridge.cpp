@@ -36,9 +36,9 @@ void WriteBridge::write() { root_.writeToPad(); }
 
 void WriteBridge::refresh() {
   const WriteStatus& status = *root_.portableWrite().status();
-  if (take(state_, stateName(status))) emit stateChanged();
-  if (take(text_, qtText(StatusTexts::write(status)))) emit textChanged();
-  if (take(lines_, linesOf(status))) emit linesChanged();
+  if (take(state_, stateName(status))) Q_EMIT stateChanged();
+  if (take(text_, qtText(StatusTexts::write(status)))) Q_EMIT textChanged();
+  if (take(lines_, linesOf(status))) Q_EMIT linesChanged();
 }
 
 } // namespace trellivar

@@ -3,8 +3,9 @@
 #include "app/bridge/refreshing.h"
 #include "viewmodels/app_root.h"
 
-#include <QStringList>
 #include <QtQml/qqmlregistration.h>
+
+#include <QStringList>
 
 namespace trellivar {
 
@@ -31,7 +32,7 @@ public:
 
   void refresh() override;
 
-signals:
+Q_SIGNALS:
   void stateChanged();
   void textChanged();
   void linesChanged();

@@ -1,17 +1,25 @@
 #pragma once
 
-#include "app/bridge/refreshing.h"
 #include "app/bridge/row_model.h"
-#include "app/desk/desk_session.h"
+
+#include <QtQml/qqmlregistration.h>
 
 #include <QStringList>
-#include <QtQml/qqmlregistration.h>
+
+class QJSEngine;
+class QQmlEngine;
 
 namespace trellivar {
 
+class DeskSession;
+
+namespace desk {
+struct Received;
+}
+
 /// The window that stands for the hardware: the pad, its switch and its cable, the permissions, an
 /// ordinary keyboard, and what the computer receives. A tool, in English.
-class DeskBridge : public Refreshing {
+class DeskBridge : public QObject {
   Q_OBJECT
   QML_NAMED_ELEMENT(Desk)
   QML_SINGLETON
@@ -48,9 +56,7 @@ public:
   Q_INVOKABLE void keyUp(const QString& name);
   Q_INVOKABLE void clear();
 
-  void refresh() override;
-
-signals:
+Q_SIGNALS:
   void padChanged();
   void permissionsChanged();
 
