@@ -23,7 +23,7 @@ Button {
     contentItem: Text {
         text: button.text
         font: button.font
-        color: button.isPrimary ? Theme.onAccent : button.kind === ActionButton.Plain ? Theme.accent : Theme.text
+        color: button.isPrimary ? Theme.textOnAccent : button.kind === ActionButton.Plain ? Theme.accent : Theme.text
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
     }

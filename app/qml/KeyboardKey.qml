@@ -24,7 +24,7 @@ AbstractButton {
     contentItem: Text {
         text: key.label
         font: key.font
-        color: key.isChosen ? Theme.onAccent : Theme.text
+        color: key.isChosen ? Theme.textOnAccent : Theme.text
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
     }

@@ -19,7 +19,7 @@ Rectangle {
     Text {
         anchors.centerIn: parent
         text: mark.isDone ? "✓" : mark.number
-        color: mark.isActive ? Theme.onAccent : mark.isDone ? Theme.success : Theme.quietText
+        color: mark.isActive ? Theme.textOnAccent : mark.isDone ? Theme.success : Theme.quietText
         font.pixelSize: Theme.small
         font.weight: Font.Bold
         Accessible.ignored: true

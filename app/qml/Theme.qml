@@ -16,7 +16,7 @@ QtObject {
     readonly property color text: isDark ? "#f2f3f5" : "#1b1d21"
     readonly property color quietText: isDark ? "#aab0ba" : "#555b66"
     readonly property color accent: isDark ? "#6cb2ff" : "#1460c4"
-    readonly property color onAccent: isDark ? "#0b1420" : "#ffffff"
+    readonly property color textOnAccent: isDark ? "#0b1420" : "#ffffff"
     readonly property color accentQuiet: isDark ? "#22344a" : "#dfeafa"
     readonly property color error: isDark ? "#ff9189" : "#b3261e"
     readonly property color success: isDark ? "#7fd993" : "#1c7337"

@@ -28,7 +28,7 @@ Switch {
             width: parent.height - 8
             height: width
             radius: width / 2
-            color: control.checked ? Theme.onAccent : Theme.quietText
+            color: control.checked ? Theme.textOnAccent : Theme.quietText
 
             Behavior on x {
                 NumberAnimation {
