@@ -1,0 +1,58 @@
+import QtQuick
+import QtQuick.Layouts
+import Trellivar
+
+// Quiet while keys are listened to. It takes the keys typed meanwhile, so that they work nothing else.
+FocusScope {
+    id: view
+
+    required property string prompt
+    required property int period
+    // Even Tab belongs to what is listened to.
+    property bool isTabTaken: false
+
+    signal canceled
+
+    implicitHeight: column.implicitHeight
+
+    Item {
+        id: listener
+
+        anchors.fill: parent
+        focus: true
+        activeFocusOnTab: true
+        Accessible.role: Accessible.StaticText
+        Accessible.name: view.prompt
+        Keys.onPressed: event => event.accepted = true
+        Keys.onTabPressed: event => event.accepted = view.isTabTaken
+        Keys.onBacktabPressed: event => event.accepted = view.isTabTaken
+    }
+    ColumnLayout {
+        id: column
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: Theme.unit * 2
+
+        TimeRing {
+            Layout.alignment: Qt.AlignHCenter
+            period: view.period
+        }
+        Text {
+            Layout.fillWidth: true
+            text: view.prompt
+            color: Theme.text
+            font.pixelSize: Theme.body
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.Wrap
+            Accessible.ignored: true
+        }
+        ActionButton {
+            Layout.alignment: Qt.AlignHCenter
+            text: App.texts.cancel
+            focusPolicy: view.isTabTaken ? Qt.NoFocus : Qt.TabFocus
+            onClicked: view.canceled()
+        }
+    }
+}

@@ -1,0 +1,46 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Trellivar
+
+// One mode of the pad, to be chosen.
+AbstractButton {
+    id: pill
+
+    required property int index
+    required property string name
+    required property bool isActive
+
+    signal moved(int to)
+
+    implicitWidth: Theme.unit * 6
+    implicitHeight: Theme.controlHeight
+    hoverEnabled: true
+    text: name
+    Accessible.role: Accessible.RadioButton
+    Accessible.name: name
+    Accessible.checkable: true
+    Accessible.checked: isActive
+    onClicked: App.mapping.setMode(name)
+    Keys.onReturnPressed: click()
+    Keys.onEnterPressed: click()
+    Keys.onLeftPressed: moved(index - 1)
+    Keys.onRightPressed: moved(index + 1)
+
+    contentItem: Text {
+        text: pill.text
+        color: pill.isActive ? Theme.onAccent : Theme.text
+        font.pixelSize: Theme.body
+        font.weight: pill.isActive ? Font.DemiBold : Font.Normal
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+    }
+    background: Rectangle {
+        radius: height / 2
+        color: pill.isActive ? Theme.accent : pill.hovered || pill.down ? Theme.hovered : "transparent"
+
+        FocusRing {
+            cornerRadius: parent.radius
+            visible: pill.visualFocus
+        }
+    }
+}
