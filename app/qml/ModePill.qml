@@ -28,7 +28,7 @@ AbstractButton {
 
     contentItem: Text {
         text: pill.text
-        color: pill.isActive ? Theme.onAccent : Theme.text
+        color: pill.isActive ? Theme.textOnAccent : Theme.text
         font.pixelSize: Theme.body
         font.weight: pill.isActive ? Font.DemiBold : Font.Normal
         horizontalAlignment: Text.AlignHCenter

@@ -13,7 +13,7 @@ TextField {
     placeholderTextColor: Theme.quietText
     color: Theme.text
     selectionColor: Theme.accent
-    selectedTextColor: Theme.onAccent
+    selectedTextColor: Theme.textOnAccent
     font.pixelSize: Theme.body
     horizontalAlignment: TextInput.AlignHCenter
     padding: Theme.unit / 2
