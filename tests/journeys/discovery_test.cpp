@@ -6,7 +6,6 @@ namespace {
 using Step = DiscoveryViewModel::Step;
 
 constexpr DeviceIdentity bluetoothM{0x05AC, 0x0220};
-constexpr DeviceIdentity cableM{0x4C4A, 0x414D};
 constexpr DeviceIdentity cableR{0x4C4A, 0x4152};
 
 class Discovering : public testing::Test {
@@ -76,6 +75,18 @@ TEST_F(Discovering, theKeysOfRAreRemappedAfterwards) {
   user.assign(2, keyOutput("v"));
   EXPECT_EQ(user.heardOf(2), "*v+ *v-");
   EXPECT_EQ(user.heardOf(1), "return_or_enter+ return_or_enter-");
+}
+
+TEST_F(Discovering, aModeIsUndiscoveredUntilItsKeysAreSaved) {
+  EXPECT_FALSE(user.root().isUndiscovered()) << "of P everything is known";
+  user.show("M");
+  EXPECT_TRUE(user.root().isUndiscovered());
+  user.turnTo("M");
+  user.connect(User::Link::bluetooth);
+  discover("M");
+  EXPECT_FALSE(user.root().isUndiscovered());
+  user.show("R");
+  EXPECT_TRUE(user.root().isUndiscovered()) << "R is another mode";
 }
 
 TEST_F(Discovering, aPadInAnotherModeIsNotFound) {
