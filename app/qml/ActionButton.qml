@@ -19,6 +19,8 @@ Button {
     hoverEnabled: true
     opacity: enabled ? 1 : 0.45
     Accessible.name: text
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     contentItem: Text {
         text: button.text

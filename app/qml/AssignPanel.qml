@@ -13,7 +13,7 @@ Item {
 
     onIsListeningChanged: {
         if (isListening)
-            listening.forceActiveFocus(Qt.OtherFocusReason);
+            listening.listen();
         else if (listening.activeFocus)
             controls.forceActiveFocus(Qt.OtherFocusReason);
     }

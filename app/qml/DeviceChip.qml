@@ -23,8 +23,8 @@ AbstractButton {
     Accessible.name: text
     Accessible.description: App.devices.explanation
     onClicked: popover.opened ? popover.close() : popover.open()
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     contentItem: RowLayout {
         spacing: Theme.unit

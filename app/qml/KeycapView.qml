@@ -23,8 +23,8 @@ AbstractButton {
     Accessible.name: keyId + " " + caption
     Accessible.description: legend
     onClicked: App.mapping.select(keyId)
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
     Keys.onLeftPressed: moved(index - 1)
     Keys.onRightPressed: moved(index + 1)
 

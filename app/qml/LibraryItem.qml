@@ -22,8 +22,8 @@ AbstractButton {
     Accessible.name: name
     Accessible.checkable: true
     Accessible.checked: isAssigned
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     contentItem: Text {
         text: item.text

@@ -13,6 +13,10 @@ FocusScope {
 
     signal canceled
 
+    function listen() {
+        listener.forceActiveFocus(Qt.OtherFocusReason);
+    }
+
     implicitHeight: column.implicitHeight
 
     Item {
@@ -23,9 +27,10 @@ FocusScope {
         activeFocusOnTab: true
         Accessible.role: Accessible.StaticText
         Accessible.name: view.prompt
-        Keys.onPressed: event => event.accepted = true
-        Keys.onTabPressed: event => event.accepted = view.isTabTaken
-        Keys.onBacktabPressed: event => event.accepted = view.isTabTaken
+        Keys.onPressed: event => {
+            const isTab = event.key === Qt.Key_Tab || event.key === Qt.Key_Backtab;
+            event.accepted = view.isTabTaken || !isTab;
+        }
     }
     ColumnLayout {
         id: column

@@ -21,8 +21,8 @@ AbstractButton {
     Accessible.checkable: true
     Accessible.checked: isActive
     onClicked: App.mapping.setMode(name)
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
     Keys.onLeftPressed: moved(index - 1)
     Keys.onRightPressed: moved(index + 1)
 

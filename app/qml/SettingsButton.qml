@@ -31,8 +31,8 @@ AbstractButton {
     text: App.texts.settingsLabel
     Accessible.role: Accessible.Button
     Accessible.name: text
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     HintTip {
         text: button.text
