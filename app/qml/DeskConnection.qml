@@ -6,10 +6,20 @@ import Trellivar
 RowLayout {
     Segmented {
         name: "Mode"
-        choices: ["P", "M", "R"].map(mode => ({
-                    value: mode,
-                    text: mode
-                }))
+        choices: [
+            {
+                value: "P",
+                text: "P"
+            },
+            {
+                value: "M",
+                text: "M"
+            },
+            {
+                value: "R",
+                text: "R"
+            }
+        ]
         value: Desk.mode
         onChosen: value => Desk.setMode(value)
     }

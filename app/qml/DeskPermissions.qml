@@ -7,7 +7,6 @@ RowLayout {
     ToggleSwitch {
         text: "Accessibility"
         checked: Desk.isAccessibilityGranted
-        Accessible.name: text
         onToggled: Desk.setAccessibilityGranted(checked)
     }
     Item {
@@ -16,7 +15,6 @@ RowLayout {
     ToggleSwitch {
         text: "Input Monitoring"
         checked: Desk.isInputMonitoringGranted
-        Accessible.name: text
         onToggled: Desk.setInputMonitoringGranted(checked)
     }
 }

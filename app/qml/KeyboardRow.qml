@@ -8,29 +8,33 @@ Row {
     required property var keys
     required property real unitWidth
     // The key that Tab comes to.
-    property string current
+    required property string current
 
     signal entered(string keyId)
     signal moved(Item key, int across, int down)
 
+    function keyAt(index: int): PickerKey {
+        return repeater.itemAt(index) as PickerKey;
+    }
+    function distance(key: Item, x: real): real {
+        return Math.abs(key.x + key.width / 2 - x);
+    }
     // The key nearest to a place across the row.
-    function nearest(x: real): Item {
+    function nearest(x: real): PickerKey {
         let best = null;
         for (let i = 0; i < repeater.count; ++i) {
-            const key = repeater.itemAt(i);
+            const key = keyAt(i);
             if (!key.isSpacer && (!best || distance(key, x) < distance(best, x)))
                 best = key;
         }
         return best;
     }
-    function distance(key: Item, x: real): real {
-        return Math.abs(key.x + key.width / 2 - x);
-    }
-    function besides(key: Item, step: int): Item {
-        let index = key.index + step;
-        while (index >= 0 && index < repeater.count && repeater.itemAt(index).isSpacer)
-            index += step;
-        return repeater.itemAt(index);
+    // The next key to a side; null at the end.
+    function besides(key: PickerKey, step: int): PickerKey {
+        let next = keyAt(key.index + step);
+        while (next && next.isSpacer)
+            next = keyAt(next.index + step);
+        return next;
     }
 
     spacing: Theme.unit / 2
@@ -40,26 +44,12 @@ Row {
 
         model: row.keys
 
-        KeyboardKey {
-            id: key
-
-            required property var modelData
-            required property int index
-            readonly property string keyId: modelData.keyId
-
-            width: modelData.width * row.unitWidth - row.spacing
-            label: modelData.label
-            name: modelData.name
-            isSpacer: modelData.isSpacer
-            isChosen: App.picker.chosen.includes(keyId)
-            focusPolicy: row.current === keyId ? Qt.StrongFocus : Qt.ClickFocus
-            onActiveFocusChanged: if (activeFocus)
-                row.entered(keyId)
-            onClicked: App.picker.toggle(keyId)
-            Keys.onLeftPressed: row.moved(key, -1, 0)
-            Keys.onRightPressed: row.moved(key, 1, 0)
-            Keys.onUpPressed: row.moved(key, 0, -1)
-            Keys.onDownPressed: row.moved(key, 0, 1)
+        PickerKey {
+            unitWidth: row.unitWidth
+            gap: row.spacing
+            current: row.current
+            onEntered: keyId => row.entered(keyId)
+            onMoved: (key, across, down) => row.moved(key, across, down)
         }
     }
 }

@@ -7,21 +7,23 @@ Column {
     id: keyboard
 
     property string current
+    // The width of each row, in plain keys.
     readonly property real units: 14.5
 
-    function move(from: Item, row: int, across: int, down: int) {
-        if (across !== 0)
-            return focusOn(rows.itemAt(row).besides(from, across));
-        const other = rows.itemAt(row + down);
-        if (other)
-            focusOn(other.nearest(from.x + from.width / 2));
+    function rowAt(index: int): KeyboardRow {
+        return rows.itemAt(index) as KeyboardRow;
     }
-    function focusOn(key: Item) {
+    function move(from: PickerKey, row: int, across: int, down: int) {
+        const to = rowAt(row + down);
+        if (to)
+            focusOn(across === 0 ? to.nearest(from.x + from.width / 2) : to.besides(from, across));
+    }
+    function focusOn(key: PickerKey) {
         if (key)
             key.forceActiveFocus(Qt.TabFocusReason);
     }
     function focusOnFirst() {
-        focusOn(rows.itemAt(0).nearest(0));
+        focusOn(rowAt(0).nearest(0));
     }
 
     spacing: Theme.unit / 2
@@ -40,7 +42,7 @@ Column {
             unitWidth: (keyboard.width + spacing) / keyboard.units
             current: keyboard.current
             onEntered: keyId => keyboard.current = keyId
-            onMoved: (key, across, down) => keyboard.move(key, index, across, down)
+            onMoved: (key, across, down) => keyboard.move(key as PickerKey, index, across, down)
         }
     }
 }

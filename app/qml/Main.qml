@@ -16,21 +16,16 @@ ApplicationWindow {
 
     Loader {
         anchors.fill: parent
-        focus: true
-        sourceComponent: App.isOnboarding ? firstSteps : pad
+        active: App.isOnboarding
+        focus: active
+        sourceComponent: OnboardingScreen {}
     }
-    Component {
-        id: firstSteps
-
-        OnboardingScreen {}
-    }
-    Component {
-        id: pad
-
-        MappingScreen {
-            onSettingsRequested: settings.open()
-            onPickerRequested: picker.open()
-        }
+    MappingScreen {
+        anchors.fill: parent
+        visible: !App.isOnboarding
+        focus: visible
+        onSettingsRequested: settings.open()
+        onPickerRequested: picker.open()
     }
     Connections {
         target: App

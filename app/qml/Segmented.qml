@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Trellivar
 
 // A choice of one among a few, all in sight. The arrow keys choose; Tab passes it as one control.
-Control {
+Rectangle {
     id: control
 
     // A list of {value, text}.
@@ -20,21 +19,20 @@ Control {
         chosen(choices[index].value);
     }
 
-    padding: 2
-    implicitWidth: row.implicitWidth + padding * 2
-    implicitHeight: row.implicitHeight + padding * 2
-    focusPolicy: Qt.NoFocus
+    implicitWidth: row.width + 4
+    implicitHeight: row.height + 4
+    radius: Theme.radius
+    color: Theme.window
+    border.width: 1
+    border.color: Theme.line
     Accessible.role: Accessible.Grouping
     Accessible.name: name
 
-    background: Rectangle {
-        radius: Theme.radius
-        color: Theme.window
-        border.width: 1
-        border.color: Theme.line
-    }
-    contentItem: Row {
+    Row {
         id: row
+
+        x: 2
+        y: 2
 
         Repeater {
             id: segments

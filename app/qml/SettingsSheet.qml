@@ -54,7 +54,6 @@ Sheet {
         Layout.fillWidth: true
         text: App.texts.startAtLogin
         checked: App.startAtLogin
-        Accessible.name: text
         onToggled: App.startAtLogin = checked
     }
 }

@@ -6,11 +6,19 @@ import Trellivar
 Switch {
     id: control
 
+    function flip() {
+        control.toggle();
+        control.toggled();
+    }
+
     implicitHeight: Theme.controlHeight
     padding: 0
     spacing: Theme.unit
     font.pixelSize: Theme.body
     Accessible.role: Accessible.CheckBox
+    Accessible.name: text
+    Keys.onReturnPressed: flip()
+    Keys.onEnterPressed: flip()
 
     indicator: Rectangle {
         x: control.text.length > 0 ? control.width - width : 0
