@@ -6,7 +6,6 @@ import Trellivar
 AbstractButton {
     id: pill
 
-    required property int index
     required property int keyId
     required property string caption
     required property string label
@@ -15,14 +14,14 @@ AbstractButton {
     required property real leader
     property bool isEditing: false
 
-    signal moved(int to)
-
     function edit() {
         App.mapping.select(keyId);
         isEditing = isBound;
+        if (isEditing)
+            editor.begin(label);
     }
     function finish() {
-        const wasTypedIn = editor.isTypedIn;
+        const wasTypedIn = editor.activeFocus;
         isEditing = false;
         if (wasTypedIn)
             forceActiveFocus(Qt.OtherFocusReason);
@@ -42,8 +41,6 @@ AbstractButton {
     onDoubleClicked: edit()
     Keys.onReturnPressed: edit()
     Keys.onEnterPressed: edit()
-    Keys.onLeftPressed: moved(index - 1)
-    Keys.onRightPressed: moved(index + 1)
 
     HintTip {
         id: tip
@@ -83,20 +80,15 @@ AbstractButton {
         color: pill.isSelected ? Theme.accent : Theme.quietText
         opacity: pill.isSelected ? 1 : 0.5
     }
-    Loader {
+    PillEditor {
         id: editor
 
-        readonly property bool isTypedIn: item !== null && (item as Item).activeFocus
-
         anchors.fill: parent
-        active: pill.isEditing
-        sourceComponent: PillEditor {
-            text: pill.label
-            onKept: name => {
-                App.mapping.rename(pill.keyId, name);
-                pill.finish();
-            }
-            onDropped: pill.finish()
+        visible: pill.isEditing
+        onKept: name => {
+            App.mapping.rename(pill.keyId, name);
+            pill.finish();
         }
+        onDropped: pill.finish()
     }
 }

@@ -12,12 +12,6 @@ Item {
     readonly property real strip: Math.max(capSize * 0.3, padSwitch.implicitHeight)
     readonly property real thickness: Theme.unit * 1.25
 
-    function focusKey(index: int) {
-        const key = keys.itemAt(index);
-        if (key)
-            key.forceActiveFocus(Qt.TabFocusReason);
-    }
-
     implicitWidth: keyRow.width + 2 * margin
     implicitHeight: capSize + strip + margin * 2.4 + thickness
 
@@ -50,7 +44,7 @@ Item {
             }
         }
     }
-    Row {
+    ArrowRow {
         id: keyRow
 
         x: pad.margin
@@ -58,14 +52,11 @@ Item {
         spacing: pad.gap
 
         Repeater {
-            id: keys
-
             model: App.mapping.keys
 
             KeycapView {
-                width: pad.capSize
-                height: pad.capSize
-                onMoved: to => pad.focusKey(to)
+                width: pad.capSize // qmllint disable unqualified
+                height: width
             }
         }
     }

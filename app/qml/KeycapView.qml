@@ -6,7 +6,6 @@ import Trellivar
 AbstractButton {
     id: keycap
 
-    required property int index
     required property int keyId
     required property string legend
     required property string caption
@@ -16,8 +15,6 @@ AbstractButton {
     readonly property real depth: down ? 1 : Theme.unit / 2
     readonly property real corner: width * 0.12
 
-    signal moved(int to)
-
     hoverEnabled: true
     Accessible.role: Accessible.Button
     Accessible.name: keyId + " " + caption
@@ -25,8 +22,6 @@ AbstractButton {
     onClicked: App.mapping.select(keyId)
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
-    Keys.onLeftPressed: moved(index - 1)
-    Keys.onRightPressed: moved(index + 1)
 
     HintTip {
         text: keycap.caption

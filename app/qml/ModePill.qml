@@ -6,11 +6,8 @@ import Trellivar
 AbstractButton {
     id: pill
 
-    required property int index
     required property string name
     required property bool isActive
-
-    signal moved(int to)
 
     implicitWidth: Theme.unit * 6
     implicitHeight: Theme.controlHeight
@@ -23,8 +20,6 @@ AbstractButton {
     onClicked: App.mapping.setMode(name)
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
-    Keys.onLeftPressed: moved(index - 1)
-    Keys.onRightPressed: moved(index + 1)
 
     contentItem: Text {
         text: pill.text

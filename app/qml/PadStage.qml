@@ -10,19 +10,13 @@ Item {
     readonly property real capSize: Math.min((width - Theme.unit * 10) / 3.8, (height - Theme.unit * 12) / 2, Theme.capLargest)
     readonly property real leader: Theme.unit * 3
 
-    function focusPill(index: int) {
-        const pill = pills.itemAt(index);
-        if (pill)
-            pill.forceActiveFocus(Qt.TabFocusReason);
-    }
-
     PadCable {
         anchors.left: parent.left
         anchors.right: pad.left
         y: pad.y + pad.height - pad.margin * 2
         isPlugged: App.devices.link === "usb"
     }
-    Row {
+    ArrowRow {
         id: captions
 
         anchors.horizontalCenter: pad.horizontalCenter
@@ -32,15 +26,14 @@ Item {
         spacing: Theme.unit
 
         Repeater {
-            id: pills
-
             model: App.mapping.keys
 
             ActionPill {
+                // qmllint disable unqualified
                 anchors.bottom: captions.bottom
                 width: stage.capSize + pad.gap - captions.spacing
                 leader: stage.leader + pad.margin
-                onMoved: to => stage.focusPill(to)
+                // qmllint enable unqualified
             }
         }
     }

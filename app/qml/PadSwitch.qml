@@ -47,12 +47,15 @@ Item {
 
             Text {
                 required property int index
+                // qmllint disable unqualified
+                readonly property bool isHere: index === padSwitch.position
 
                 width: padSwitch.step
                 text: padSwitch.positions[index]
-                color: index === padSwitch.position ? Theme.text : Theme.quietText
+                // qmllint enable unqualified
+                color: isHere ? Theme.text : Theme.quietText
                 font.pixelSize: Theme.small
-                font.weight: index === padSwitch.position ? Font.DemiBold : Font.Normal
+                font.weight: isHere ? Font.DemiBold : Font.Normal
                 horizontalAlignment: Text.AlignHCenter
             }
         }

@@ -6,8 +6,17 @@ import Trellivar
 TextField {
     id: editor
 
+    // What is typed belongs to the mode in which it was begun.
+    readonly property string mode: App.mapping.activeMode
+
     signal kept(string name)
     signal dropped
+
+    function begin(name: string) {
+        text = name;
+        selectAll();
+        forceActiveFocus(Qt.OtherFocusReason);
+    }
 
     placeholderText: App.texts.renamePlaceholder
     placeholderTextColor: Theme.quietText
@@ -20,21 +29,11 @@ TextField {
     background: null
     Accessible.name: App.texts.renamePlaceholder
 
-    Component.onCompleted: {
-        selectAll();
-        forceActiveFocus(Qt.OtherFocusReason);
-    }
-    onActiveFocusChanged: if (!activeFocus)
+    onModeChanged: if (visible)
+        dropped()
+    onActiveFocusChanged: if (visible && !activeFocus)
         kept(text)
     Keys.onReturnPressed: kept(text)
     Keys.onEnterPressed: kept(text)
     Keys.onEscapePressed: dropped()
-
-    // What is typed belongs to the mode in which it was begun.
-    Connections {
-        target: App.mapping
-        function onActiveModeChanged() {
-            editor.dropped();
-        }
-    }
 }

@@ -17,7 +17,7 @@ Item {
 
             anchors.fill: parent
             anchors.margins: -spread
-            radius: Math.max(0, shadow.cornerRadius + spread)
+            radius: Math.max(0, shadow.cornerRadius + spread) // qmllint disable unqualified
             color: Theme.padShadow
         }
     }

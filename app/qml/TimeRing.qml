@@ -7,7 +7,7 @@ Item {
     id: ring
 
     required property int period
-    property real remaining: 1
+    property real remaining
 
     implicitWidth: Theme.ringSize
     implicitHeight: Theme.ringSize

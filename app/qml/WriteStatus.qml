@@ -32,7 +32,7 @@ Column {
             Text {
                 required property string modelData
 
-                width: Math.min(implicitWidth, status.width)
+                width: Math.min(implicitWidth, status.width) // qmllint disable unqualified
                 rightPadding: Theme.unit * 2
                 text: modelData
                 color: Theme.text
