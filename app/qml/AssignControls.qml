@@ -61,7 +61,7 @@ FocusScope {
 
             Layout.fillWidth: true
             visible: !App.mapping.canAssign
-            kind: ActionButton.Primary
+            isPrimary: true
             text: App.mapping.learnText
             onClicked: App.mapping.learn()
         }

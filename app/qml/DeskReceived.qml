@@ -22,7 +22,7 @@ ColumnLayout {
         ActionButton {
             Layout.rightMargin: -rightPadding
             text: "Clear"
-            kind: ActionButton.Plain
+            isPlain: true
             enabled: list.count > 0
             onClicked: Desk.clear()
         }

@@ -61,7 +61,7 @@ Sheet {
             anchors.centerIn: parent
             visible: !(App.discovery?.isCapturing ?? true)
             text: App.discovery?.action ?? ""
-            kind: ActionButton.Primary
+            isPrimary: true
             onVisibleChanged: if (visible)
                 forceActiveFocus(Qt.TabFocusReason)
             onClicked: sheet.actions[sheet.step]()

@@ -45,7 +45,7 @@ Sheet {
         }
         ActionButton {
             text: App.picker.assignText
-            kind: ActionButton.Primary
+            isPrimary: true
             enabled: App.picker.canAssign
             onClicked: {
                 App.picker.assign();

@@ -65,7 +65,7 @@ Item {
                 Layout.alignment: Qt.AlignRight
                 Layout.topMargin: Theme.unit
                 text: App.texts.continueButton
-                kind: ActionButton.Primary
+                isPrimary: true
                 enabled: App.onboarding.canContinue
                 onEnabledChanged: if (enabled)
                     forceActiveFocus()

@@ -76,7 +76,7 @@ Rectangle {
                 Layout.topMargin: Theme.unit
                 visible: card.isActive && text.length > 0
                 text: card.action
-                kind: ActionButton.Primary
+                isPrimary: true
                 onClicked: card.actionRequested()
             }
         }

@@ -78,7 +78,7 @@ Popup {
                 Layout.alignment: Qt.AlignTop
                 Layout.rightMargin: -rightPadding
                 text: App.texts.close
-                kind: ActionButton.Plain
+                isPlain: true
                 onClicked: sheet.close()
             }
         }

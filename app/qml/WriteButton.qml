@@ -13,7 +13,7 @@ Item {
     ActionButton {
         anchors.fill: parent
         visible: !place.isWriting
-        kind: ActionButton.Primary
+        isPrimary: true
         text: App.texts.writeToPad
         onClicked: App.write.write()
     }
