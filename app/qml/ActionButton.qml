@@ -6,10 +6,8 @@ import Trellivar
 Button {
     id: button
 
-    enum Kind { Quiet, Primary, Plain }
-
-    property int kind: ActionButton.Quiet
-    readonly property bool isPrimary: kind === ActionButton.Primary
+    property bool isPrimary: false
+    property bool isPlain: false
 
     implicitHeight: Theme.controlHeight
     leftPadding: Theme.unit * 2
@@ -19,11 +17,13 @@ Button {
     hoverEnabled: true
     opacity: enabled ? 1 : 0.45
     Accessible.name: text
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     contentItem: Text {
         text: button.text
         font: button.font
-        color: button.isPrimary ? Theme.onAccent : button.kind === ActionButton.Plain ? Theme.accent : Theme.text
+        color: button.isPrimary ? Theme.textOnAccent : button.isPlain ? Theme.accent : Theme.text
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
     }
@@ -34,9 +34,9 @@ Button {
                 return button.down ? Qt.darker(Theme.accent, 1.15) : button.hovered ? Qt.lighter(Theme.accent, 1.08) : Theme.accent;
             if (button.down || button.hovered)
                 return Theme.hovered;
-            return button.kind === ActionButton.Plain ? "transparent" : Theme.raised;
+            return button.isPlain ? "transparent" : Theme.raised;
         }
-        border.width: button.kind === ActionButton.Quiet ? 1 : 0
+        border.width: button.isPrimary || button.isPlain ? 0 : 1
         border.color: Theme.line
 
         Rectangle {

@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
+import QtQuick.Templates as T
 import Trellivar
 
 // A task of its own over the window. Escape and the button at its corner close it.
@@ -14,10 +15,10 @@ Popup {
     modal: true
     focus: true
     closePolicy: Popup.CloseOnEscape
-    anchors.centerIn: Overlay.overlay
+    anchors.centerIn: T.Overlay.overlay
     padding: Theme.unit * 3
 
-    Overlay.modal: Rectangle {
+    T.Overlay.modal: Rectangle {
         color: Theme.shade
     }
     background: Rectangle {
@@ -75,8 +76,9 @@ Popup {
             }
             ActionButton {
                 Layout.alignment: Qt.AlignTop
+                Layout.rightMargin: -rightPadding
                 text: App.texts.close
-                kind: ActionButton.Plain
+                isPlain: true
                 onClicked: sheet.close()
             }
         }
