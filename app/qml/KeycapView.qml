@@ -25,7 +25,7 @@ AbstractButton {
 
     HintTip {
         text: keycap.caption
-        visible: keycap.hovered || keycap.visualFocus
+        visible: keycap.isBound && (keycap.hovered || keycap.visualFocus)
     }
 
     background: Rectangle {

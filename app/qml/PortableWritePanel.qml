@@ -9,7 +9,8 @@ Item {
     readonly property real room: width - button.width - gap
     readonly property bool hasNews: App.write.text.length > 0 && !button.isWriting
 
-    implicitHeight: Math.max(button.height, helper.height, hasNews ? news.height : 0)
+    // The pad above stays where it is when short news arrives.
+    implicitHeight: Math.max(Theme.unit * 6.25, helper.height, hasNews ? news.height : 0)
 
     WriteButton {
         id: button
