@@ -45,11 +45,12 @@ Rectangle {
 
             RowLayout {
                 Layout.fillWidth: true
-                Layout.minimumHeight: Theme.unit * 3
                 spacing: Theme.unit * 2
 
                 Text {
                     Layout.fillWidth: true
+                    Layout.minimumHeight: Theme.unit * 3
+                    verticalAlignment: Text.AlignVCenter
                     text: card.title
                     color: card.isActive ? Theme.text : Theme.quietText
                     font.pixelSize: Theme.body
@@ -57,6 +58,9 @@ Rectangle {
                     wrapMode: Text.Wrap
                 }
                 Text {
+                    Layout.alignment: Qt.AlignTop
+                    Layout.preferredHeight: Theme.unit * 3
+                    verticalAlignment: Text.AlignVCenter
                     text: card.badge
                     color: card.isDone ? Theme.success : card.isActive ? Theme.accent : Theme.quietText
                     font.pixelSize: Theme.small
