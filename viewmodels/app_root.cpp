@@ -136,6 +136,21 @@ std::shared_ptr<DiscoveryViewModel> AppRoot::discover(std::string modeId) {
   return discovery;
 }
 
+bool AppRoot::isUndiscovered() const {
+  const Profile* profile = profiles_->active();
+  const KnownMode* mode = profile ? KnownDevices::all().front().mode(profile->name) : nullptr;
+  if (!mode) return false;
+  const auto isKnownToSend = [](const PhysicalKey& key) { return !key.signature.codes.empty(); };
+  const auto isKnownByDefault = [&](const KnownTransport& transport) {
+    return std::ranges::any_of(transport.layout.keys, isKnownToSend);
+  };
+  if (std::ranges::any_of(mode->transports, isKnownByDefault)) return false;
+  const auto stored = setup_.signatures->load();
+  return std::ranges::none_of(stored, [&](const StoredDeviceSignatures& record) {
+    return record.modeId == mode->id && !record.keySignatures.empty();
+  });
+}
+
 void AppRoot::writeToPad() { portableWrite_->writeAll(portableModes(*profiles_->profiles())); }
 
 } // namespace trellivar

@@ -70,6 +70,8 @@ public:
   std::shared_ptr<DiscoveryViewModel> discover(std::string modeId);
   /// Writes the profile of every mode into the pad.
   void writeToPad();
+  /// Nobody knows what the pad sends in the mode of the active profile.
+  bool isUndiscovered() const;
   /// Takes in a profile that was edited elsewhere than in the mapping model. If it is the one that
   /// is worked on there, what is being learned or recorded ends.
   void edit(const Profile& profile);

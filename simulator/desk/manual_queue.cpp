@@ -7,9 +7,17 @@ namespace trellivar::desk {
 
 std::shared_ptr<ManualQueue::Block> ManualQueue::add(Seconds delay, Block block) {
   auto shared = std::make_shared<Block>(std::move(block));
-  const std::lock_guard lock(mutex_);
-  entries_.push({now_ + delay, count_++, shared});
+  {
+    const std::lock_guard lock(mutex_);
+    entries_.push({(clock_ ? clock_() : now_) + delay, count_++, shared});
+  }
+  if (added_) added_();
   return shared;
+}
+
+void ManualQueue::follow(std::function<Instant()> clock, std::function<void()> added) {
+  clock_ = std::move(clock);
+  added_ = std::move(added);
 }
 
 void ManualQueue::async(Block block) { add(Seconds::zero(), std::move(block)); }
@@ -32,9 +40,9 @@ std::size_t ManualQueue::pendingCount() const {
       entries_.all(), [](const Entry& entry) { return *entry.block != nullptr; }));
 }
 
-void ManualQueue::run() { runUntil(now_); }
+void ManualQueue::run() { runUntil(now()); }
 
-void ManualQueue::advance(Seconds duration) { runUntil(now_ + duration); }
+void ManualQueue::advance(Seconds duration) { runUntil(now() + duration); }
 
 bool ManualQueue::runNext(Instant end) {
   const auto due = nextDue();

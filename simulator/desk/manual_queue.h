@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -12,13 +13,18 @@
 
 namespace trellivar::desk {
 
-/// A main queue on virtual time, which passes only when it is told to. `async` may be called on any
-/// thread; all else belongs to the thread that drives the queue.
+/// A main queue on virtual time, which passes only when it is told to, unless it follows a clock.
+/// `async` may be called on any thread; all else belongs to the thread that drives the queue.
 class ManualQueue final : public MainQueue {
 public:
-  Instant now() const override { return now_; }
+  Instant now() const override { return clock_ ? clock_() : now_; }
   void async(Block block) override;
   WorkItem asyncAfter(Seconds delay, Block block) override;
+
+  /// Lets time pass as `clock` says, which may be asked on any thread. `added` is called, on any
+  /// thread too, after a block was added: whoever drives the queue then sees to it that `run` is
+  /// called at `nextDue`. Before anything is on the queue.
+  void follow(std::function<Instant()> clock, std::function<void()> added);
 
   /// Runs what is due now, what that puts on the queue included.
   void run();
@@ -51,6 +57,8 @@ private:
   std::shared_ptr<Block> add(Seconds delay, Block block);
   void runUntil(Instant end);
 
+  std::function<Instant()> clock_; ///< none: virtual time
+  std::function<void()> added_;
   mutable std::mutex mutex_; ///< of what follows
   Instant now_{}; ///< changes only on the driving thread, which may read it without the mutex
   std::uint64_t count_ = 0;

@@ -77,6 +77,18 @@ TEST_F(Discovering, theKeysOfRAreRemappedAfterwards) {
   EXPECT_EQ(user.heardOf(1), "return_or_enter+ return_or_enter-");
 }
 
+TEST_F(Discovering, aModeIsUndiscoveredUntilItsKeysAreSaved) {
+  EXPECT_FALSE(user.root().isUndiscovered()) << "of P everything is known";
+  user.show("M");
+  EXPECT_TRUE(user.root().isUndiscovered());
+  user.turnTo("M");
+  user.connect(User::Link::bluetooth);
+  discover("M");
+  EXPECT_FALSE(user.root().isUndiscovered());
+  user.show("R");
+  EXPECT_TRUE(user.root().isUndiscovered()) << "R is another mode";
+}
+
 TEST_F(Discovering, aPadInAnotherModeIsNotFound) {
   user.machine.desk.detach(user.machine.keyboard); // which might be a pad that nobody knows
   user.connect(User::Link::usb);

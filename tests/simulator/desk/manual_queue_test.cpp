@@ -127,5 +127,42 @@ TEST_F(ManualQueueTest, otherThreadsMayAddBlocks) {
   EXPECT_EQ(order.size(), 100U);
 }
 
+/// With a clock that the test sets.
+class FollowingQueueTest : public ManualQueueTest {
+protected:
+  FollowingQueueTest() {
+    queue.follow([this] { return Instant(Seconds(clock)); }, [this] { ++added; });
+  }
+
+  double clock = 100;
+  int added = 0;
+};
+
+TEST_F(FollowingQueueTest, theTimeIsThatOfTheClock) {
+  EXPECT_EQ(now(), 100);
+  clock = 105;
+  EXPECT_EQ(now(), 105);
+}
+
+TEST_F(FollowingQueueTest, blocksAreDueByTheClock) {
+  clock = 110;
+  auto work = queue.asyncAfter(Seconds(2), note(1));
+  EXPECT_EQ(queue.nextDue(), Instant(Seconds(112))) << "and not since the queue was last run";
+  clock = 111.9;
+  queue.run();
+  EXPECT_TRUE(order.empty());
+  clock = 112;
+  queue.run();
+  EXPECT_EQ(order, std::vector{1});
+}
+
+TEST_F(FollowingQueueTest, whoDrivesItIsToldOfEveryBlock) {
+  queue.async(note(1));
+  auto work = queue.asyncAfter(Seconds(1), [] {});
+  EXPECT_EQ(added, 2);
+  queue.run();
+  EXPECT_EQ(order, std::vector{1});
+}
+
 } // namespace
 } // namespace trellivar::desk

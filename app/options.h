@@ -1,0 +1,22 @@
+#pragma once
+
+#include "core/app_language.h"
+
+#include <QStringList>
+#include <filesystem>
+#include <optional>
+
+namespace trellivar {
+
+/// What the application is started with.
+struct Options {
+  bool simulate = false; ///< on the simulated desk
+  std::filesystem::path dataFolder;
+  bool isDataFolderGiven = false;      ///< then the settings are kept there too
+  std::optional<AppLanguage> language; ///< in place of the one that is set
+};
+
+/// Ends the process after --help, --version and mistakes, as command lines do.
+Options parseOptions(const QStringList& arguments);
+
+} // namespace trellivar

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "viewmodels/app_appearance.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+namespace trellivar {
+
+/// What the application asks of the system around its window. Main thread.
+class PlatformServices {
+public:
+  /// Pages of the system's settings.
+  enum class Page : std::uint8_t { accessibility, inputMonitoring };
+
+  virtual ~PlatformServices() = default;
+
+  /// Brings the application in front of all others.
+  virtual void activate() = 0;
+  /// Registers the application to be started at login, or no longer. Failures are not shown.
+  virtual void setLoginItem(bool enabled) = 0;
+  /// Forces an appearance, or follows the system's.
+  virtual void setAppearance(AppAppearance appearance) = 0;
+  /// What the appearance comes to now.
+  virtual bool isDark() const = 0;
+  /// Called after the system's appearance has changed.
+  virtual void onAppearanceChanged(std::function<void()> callback) = 0;
+  virtual bool isMotionReduced() const = 0;
+  /// Has the system ask the user for it.
+  virtual void promptForAccessibility() = 0;
+  virtual void openSettings(Page page) = 0;
+
+protected:
+  PlatformServices() = default;
+  PlatformServices(const PlatformServices&) = default;
+  PlatformServices& operator=(const PlatformServices&) = default;
+};
+
+/// That of the system the process runs on.
+std::unique_ptr<PlatformServices> platformServices();
+
+} // namespace trellivar

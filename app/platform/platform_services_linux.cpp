@@ -1,0 +1,57 @@
+#include "app/platform/autostart_entry.h"
+#include "app/platform/platform_services.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QPalette>
+#include <QStandardPaths>
+#include <utility>
+
+namespace trellivar {
+
+namespace {
+
+class LinuxServices final : public PlatformServices {
+public:
+  LinuxServices() : systemIsDark_(looksDark()) {}
+
+  void activate() override {} // the window manager decides
+  void setLoginItem(bool enabled) override {
+    const QString folder =
+        QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/autostart";
+    AutostartEntry(folder.toStdString())
+        .set(enabled, QCoreApplication::applicationFilePath().toStdString());
+  }
+  void setAppearance(AppAppearance appearance) override {
+    appearance_ = appearance;
+    if (changed_) changed_();
+  }
+  bool isDark() const override {
+    return appearance_ == AppAppearance::system ? systemIsDark_
+                                                : appearance_ == AppAppearance::dark;
+  }
+  void onAppearanceChanged(std::function<void()> callback) override {
+    changed_ = std::move(callback);
+  }
+  bool isMotionReduced() const override { return false; }
+  void promptForAccessibility() override {} // nothing to permit here
+  void openSettings(Page /*page*/) override {}
+
+private:
+  /// As the palette that the desktop gave to the application.
+  static bool looksDark() {
+    const QPalette palette = QGuiApplication::palette();
+    return palette.color(QPalette::Window).lightness() <
+           palette.color(QPalette::WindowText).lightness();
+  }
+
+  AppAppearance appearance_ = AppAppearance::system;
+  bool systemIsDark_;
+  std::function<void()> changed_;
+};
+
+} // namespace
+
+std::unique_ptr<PlatformServices> platformServices() { return std::make_unique<LinuxServices>(); }
+
+} // namespace trellivar

@@ -1,0 +1,52 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Trellivar
+
+// A button: primary for the one thing to do, quiet for others, plain without a ground.
+Button {
+    id: button
+
+    property bool isPrimary: false
+    property bool isPlain: false
+
+    implicitHeight: Theme.controlHeight
+    leftPadding: Theme.unit * 2
+    rightPadding: Theme.unit * 2
+    font.pixelSize: Theme.body
+    font.weight: isPrimary ? Font.DemiBold : Font.Normal
+    hoverEnabled: true
+    opacity: enabled ? 1 : 0.45
+    Accessible.name: text
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
+
+    contentItem: Text {
+        text: button.text
+        font: button.font
+        color: button.isPrimary ? Theme.textOnAccent : button.isPlain ? Theme.accent : Theme.text
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+    }
+    background: Rectangle {
+        radius: Theme.radius
+        color: {
+            if (button.isPrimary)
+                return button.down ? Qt.darker(Theme.accent, 1.15) : button.hovered ? Qt.lighter(Theme.accent, 1.08) : Theme.accent;
+            if (button.down || button.hovered)
+                return Theme.hovered;
+            return button.isPlain ? "transparent" : Theme.raised;
+        }
+        border.width: button.isPrimary || button.isPlain ? 0 : 1
+        border.color: Theme.line
+
+        Rectangle {
+            anchors.fill: parent
+            anchors.margins: -3
+            radius: parent.radius + 3
+            color: "transparent"
+            border.width: Theme.focusWidth
+            border.color: Theme.accent
+            visible: button.visualFocus
+        }
+    }
+}

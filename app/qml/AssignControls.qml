@@ -1,0 +1,69 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Trellivar
+
+// What the selected key can be given: a shortcut that is recorded or composed, or a ready output.
+FocusScope {
+    id: controls
+
+    signal pickerRequested
+
+    implicitHeight: column.implicitHeight
+
+    ColumnLayout {
+        id: column
+
+        width: parent.width
+        spacing: Theme.unit
+
+        ActionButton {
+            Layout.fillWidth: true
+            focus: true
+            text: App.texts.recordCustom
+            onClicked: App.mapping.record()
+        }
+        ActionButton {
+            Layout.fillWidth: true
+            text: App.texts.chooseOnKeyboard
+            onClicked: controls.pickerRequested()
+        }
+        Rectangle {
+            Layout.fillWidth: true
+            Layout.topMargin: Theme.unit
+            Layout.bottomMargin: Theme.unit
+            implicitHeight: 1
+            color: Theme.line
+        }
+        Flow {
+            Layout.fillWidth: true
+            visible: App.mapping.canAssign
+            spacing: Theme.unit * 0.75
+
+            Repeater {
+                model: App.mapping.library
+
+                LibraryItem {
+                    onClicked: App.mapping.assign(index)
+                }
+            }
+        }
+        Text {
+            Layout.fillWidth: true
+            visible: learnButton.visible
+            text: App.texts.errLearnFirst
+            color: Theme.quietText
+            font.pixelSize: Theme.body
+            wrapMode: Text.Wrap
+        }
+        ActionButton {
+            id: learnButton
+
+            Layout.fillWidth: true
+            visible: !App.mapping.canAssign
+            isPrimary: true
+            text: App.mapping.learnText
+            onClicked: App.mapping.learn()
+        }
+    }
+}

@@ -1,0 +1,50 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Trellivar
+
+// A key of a drawn keyboard. A spacer keeps the place of one.
+AbstractButton {
+    id: key
+
+    property string label
+    property string name
+    property bool isSpacer: false
+    property bool isChosen: false
+
+    implicitHeight: Theme.unit * 5
+    enabled: !isSpacer
+    hoverEnabled: true
+    font.pixelSize: Theme.body
+    Accessible.role: Accessible.Button
+    Accessible.name: name
+    Accessible.ignored: isSpacer
+    Accessible.checkable: true
+    Accessible.checked: isChosen
+
+    contentItem: Text {
+        text: key.label
+        font: key.font
+        color: key.isChosen ? Theme.textOnAccent : Theme.text
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+    }
+    background: Rectangle {
+        visible: !key.isSpacer
+        radius: Theme.radius / 2
+        color: Theme.capEdge
+
+        Rectangle {
+            width: parent.width
+            height: parent.height - 2
+            y: key.down ? 2 : 0
+            radius: parent.radius
+            color: key.isChosen ? Theme.accent : key.hovered ? Theme.hovered : Theme.cap
+            border.width: 1
+            border.color: key.isChosen ? Theme.accent : Theme.capEdge
+        }
+        FocusRing {
+            cornerRadius: parent.radius
+            visible: key.visualFocus
+        }
+    }
+}
