@@ -147,7 +147,10 @@ bool AppRoot::isUndiscovered() const {
   if (std::ranges::any_of(mode->transports, isKnownByDefault)) return false;
   const auto stored = setup_.signatures->load();
   return std::ranges::none_of(stored, [&](const StoredDeviceSignatures& record) {
-    return record.modeId == mode->id && !record.keySignatures.empty();
+    const bool isOfMode = record.modeId
+                              ? *record.modeId == mode->id
+                              : mode->transport(record.vendorId, record.productId) != nullptr;
+    return isOfMode && !record.keySignatures.empty();
   });
 }
 

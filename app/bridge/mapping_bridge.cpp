@@ -84,7 +84,8 @@ void MappingBridge::refresh() {
   if (take(undiscoveredTitle_,
            qtText(L10n::t(L10n::Key::undiscoveredTitle, activeMode_.toStdString()))))
     Q_EMIT undiscoveredTitleChanged();
-  if (take(learnText_, qtText(L10n::t(L10n::Key::captureKeyN, selected)))) Q_EMIT learnTextChanged();
+  if (take(learnText_, qtText(L10n::t(L10n::Key::captureKeyN, selected))))
+    Q_EMIT learnTextChanged();
 }
 
 void MappingBridge::refreshLists() {
