@@ -66,6 +66,7 @@ void Application::openMainWindow() {
 }
 
 int Application::run() {
+  qml_.addImportPath("qrc:/"); // or a copy of the program elsewhere lacks its own types
   qml_.load(QUrl("qrc:/Trellivar/qml/Main.qml"));
   if (desk_) qml_.load(QUrl("qrc:/Trellivar/qml/DeskWindow.qml"));
   if (qml_.rootObjects().isEmpty()) return 1;
