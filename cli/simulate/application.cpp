@@ -20,14 +20,14 @@ template <class Service> std::shared_ptr<Service> borrowed(Service& service) {
 std::shared_ptr<SignaturePersisting>
 signaturesIn(const std::optional<std::filesystem::path>& folder) {
   if (!folder) return std::make_shared<MemorySignatures>();
-  auto store = std::make_shared<SignatureStore>(*folder, debugLog);
-  loadSignatures(*store);
-  return store;
+  return std::make_shared<SignatureStore>(*folder, debugLog);
 }
 
+/// Throws BadInput if either file cannot be read.
 std::shared_ptr<ProfileListViewModel>
 profilesIn(const std::optional<std::filesystem::path>& folder) {
   if (!folder) return std::make_shared<ProfileListViewModel>(std::nullopt, std::vector<Profile>());
+  loadSignatures(SignatureStore(*folder)); // before a start writes anything
   const ProfileStore store(*folder);
   return std::make_shared<ProfileListViewModel>(store, loadProfiles(store));
 }

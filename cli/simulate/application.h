@@ -24,8 +24,8 @@ public:
     std::string error;
   };
 
-  /// Profiles and learned keys are kept in `dataFolder`, or nowhere. Throws BadInput for profiles
-  /// that cannot be read. `machine` must outlive the application.
+  /// Profiles and learned keys are kept in `dataFolder`, or nowhere. Throws BadInput for files
+  /// there that cannot be read. `machine` must outlive the application.
   Application(desk::Machine& machine, const std::optional<std::filesystem::path>& dataFolder);
   Application(const Application&) = delete;
   Application& operator=(const Application&) = delete;

@@ -56,7 +56,7 @@ struct Listener {
 
 /// Plays a script on a new desk. Time is virtual, but for a write into the pad. After the last step
 /// time goes on until nothing is held back and nothing is captured any more. Throws BadInput for
-/// profiles in `dataFolder` that cannot be read, before anything else happens.
+/// files in `dataFolder` that cannot be read, before anything else happens.
 void play(const std::vector<Step>& script, const std::optional<std::filesystem::path>& dataFolder,
           const Listener& listener);
 

@@ -77,6 +77,21 @@ TEST_F(Discovering, theKeysOfRAreRemappedAfterwards) {
   EXPECT_EQ(user.heardOf(1), "return_or_enter+ return_or_enter-");
 }
 
+TEST_F(Discovering, whatIsDiscoveredCountsMoreThanWhatWasLearnedBefore) {
+  user.turnTo("M");
+  user.connect(User::Link::bluetooth);
+  user.show("M");
+  user.learn(1);
+  user.press(2); // the wrong one
+  user.pass(0.6);
+  discover("M");
+  EXPECT_TRUE(user.mapping().hasSignature(3));
+  user.assign(1, keyOutput("v"));
+  EXPECT_EQ(user.heardOf(1), "*v+ *v-");
+  user.restart();
+  EXPECT_EQ(user.heardOf(1), "*v+ *v-");
+}
+
 TEST_F(Discovering, aModeIsUndiscoveredUntilItsKeysAreSaved) {
   EXPECT_FALSE(user.root().isUndiscovered()) << "of P everything is known";
   user.show("M");

@@ -92,6 +92,21 @@ TEST(Restart, profilesThatCannotBeReadAreKeptBeside) {
   EXPECT_EQ(user.heardOf(1), "*v+ *v-");
 }
 
+TEST(Restart, learnedKeysThatCannotBeReadAreKeptBeside) {
+  constexpr std::string_view broken = "[{\"vendorId\": 1,}]";
+  User user;
+  std::ofstream(user.file("signatures.json")) << broken;
+  user.start();
+  ASSERT_EQ(user.reports.size(), 1U);
+  EXPECT_NE(user.reports[0].find("signatures.json:1:"), std::string::npos) << user.reports[0];
+
+  user.connect(User::Link::usb);
+  user.teach(1);
+  EXPECT_EQ(user.content("signatures.json.unreadable"), broken);
+  EXPECT_EQ(user.storedSignatures().size(), 1U);
+  EXPECT_NE(user.reports.back().find("signatures.json.unreadable"), std::string::npos);
+}
+
 TEST(Restart, profilesFromBeforeThereWereModesBecomeThoseOfP) {
   User user;
   const Profile old{UUID::random(), "Mine", {{1, keyOutput("v"), "Paste"}}};
