@@ -18,6 +18,7 @@
 #include <ostream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace trellivar::cli {
 
@@ -102,7 +103,7 @@ EngineStatus statusWith(const std::shared_ptr<RemapEngine>& engine,
       .engine = engine,
       .capturer = std::make_shared<StubKeyCapturer>(),
       .signatures = std::make_shared<SignatureStore>(folder),
-      .allProfiles = [&profiles] { return profiles; },
+      .allProfiles = [&profiles] { return std::vector(profiles); },
       .report = [](std::string_view what) { throw Failure(std::string(what)); },
   });
   mapping->reapply();

@@ -34,7 +34,7 @@ std::optional<ConnectedDevice> matched(const std::optional<ConnectedDevice>& sel
 std::shared_ptr<DeviceListViewModel>
 DeviceListViewModel::make(std::shared_ptr<DeviceEnumerating> enumerator,
                           std::shared_ptr<HotplugWatching> hotplug) {
-  const std::shared_ptr<DeviceListViewModel> model(
+  std::shared_ptr<DeviceListViewModel> model(
       new DeviceListViewModel(std::move(enumerator), std::move(hotplug)));
   model->refresh();
   if (model->hotplug_)

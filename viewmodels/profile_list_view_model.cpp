@@ -51,7 +51,7 @@ std::vector<Profile> loadOrNothing(const ProfileStore& store, const Report& repo
 
 } // namespace
 
-ProfileListViewModel::ProfileListViewModel(const ProfileStore& store, Report report)
+ProfileListViewModel::ProfileListViewModel(const ProfileStore& store, const Report& report)
     : ProfileListViewModel(store, loadOrNothing(store, report), report) {}
 
 ProfileListViewModel::ProfileListViewModel(std::optional<ProfileStore> store,

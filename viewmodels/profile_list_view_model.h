@@ -21,7 +21,7 @@ public:
   /// three empty profiles and the backup of an empty list. A file that cannot be read counts as an
   /// empty list; it is set aside before another takes its place, and so is a list that cannot be
   /// backed up.
-  explicit ProfileListViewModel(const ProfileStore& store, Report report = debugLog);
+  explicit ProfileListViewModel(const ProfileStore& store, const Report& report = debugLog);
   /// The same for a list that has been loaded already. Without a store it is kept nowhere.
   ProfileListViewModel(std::optional<ProfileStore> store, std::span<const Profile> loaded,
                        Report report = debugLog);
