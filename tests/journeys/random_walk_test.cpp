@@ -473,7 +473,7 @@ const Walk::Action Walk::actions[] = {
 class RandomWalk : public testing::TestWithParam<unsigned> {};
 
 TEST_P(RandomWalk, everythingFitsTogetherAfterEachStep) {
-  constexpr int steps = 5'000;
+  constexpr int steps = TRELLIVAR_WALK_STEPS;
   Walk walk(GetParam());
   for (int i = 1; i <= steps; ++i) {
     const std::string problem = i == steps ? walk.finish() : walk.step();
