@@ -75,7 +75,7 @@ TEST_F(DeviceCommands, thePadOverBluetoothHasNoPort) {
                              {"padLink", "wireless"},
                              {"port", nullptr}}));
   computer_.pad.setMode("M");
-  EXPECT_EQ(devices()["devices"], Json({listed("Orlo3", {1452, 544}, "M", false)}));
+  EXPECT_EQ(devices()["devices"], Json::array({listed("Orlo3", {1452, 544}, "M", false)}));
 }
 
 TEST_F(DeviceCommands, aModeWithoutAnIdentityIsKnownByItsName) {
