@@ -147,9 +147,10 @@ public:
 
   std::optional<std::size_t> write(std::string_view bytes) override {
     awaitEndOfCableIfDue();
+    const auto before = WallClock::now(); // the pad may begin before the call has returned
     const auto taken = port_->write(bytes);
     written_ += taken.value_or(0);
-    if (bytes == Orlo3Protocol::firmwareQuery && taken == bytes.size()) expectReply();
+    if (bytes == Orlo3Protocol::firmwareQuery && taken == bytes.size()) expectReply(before);
     return taken;
   }
 
@@ -171,11 +172,11 @@ private:
     if (fault_.faults.unpluggedAfter && written_ >= *fault_.faults.unpluggedAfter)
       awaitEvent(device_, 0);
   }
-  void expectReply() {
+  void expectReply(WallClock::time_point asked) {
     const std::size_t query = traffic_.replies.size();
     traffic_.replies.emplace_back();
     due_ = query < fault_.replies.size() ? fault_.replies[query].size() : 0;
-    asked_ = WallClock::now();
+    asked_ = asked;
   }
 
   std::unique_ptr<SerialPort> port_;
