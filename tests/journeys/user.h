@@ -67,6 +67,10 @@ inline std::filesystem::path quickFolder() {
 /// A person at a simulated computer with the application, which is not started yet. When the person
 /// leaves, everything has to be as if the application had never been there.
 class User {
+  // Before what may still be writing at the end.
+  std::mutex portMutex_;
+  std::optional<std::string> port_; ///< of the pad, while it is on the cable
+
 public:
   using Link = desk::Pad::Link;
 
@@ -76,7 +80,8 @@ public:
       std::make_shared<MemoryUserDefaults>(std::vector<std::string>{"en"});
   HeldBackground background;
   HurriedClock clock{std::chrono::milliseconds(5)};
-  std::shared_ptr<Orlo3Linking> link{new Orlo3SerialLink(machine.link(clock))};
+  std::shared_ptr<Orlo3Linking> link =
+      std::make_shared<Orlo3SerialLink>([this] { return padPort(); }, clock);
   std::vector<std::string> reports; ///< what the application reported to its log
   std::vector<bool> loginItem;      ///< each registration and its end
   int completed = 0;                ///< activities that have told of their end
@@ -153,7 +158,12 @@ public:
 
   // The desk
 
-  void pass(double seconds) { machine.desk.queue().advance(Seconds(seconds)); }
+  void pass(double seconds) {
+    machine.desk.queue().advance(Seconds(seconds));
+    const bool isOnCable = machine.pad.link() == Link::usb && machine.port;
+    const std::lock_guard lock(portMutex_);
+    port_ = isOnCable ? std::optional(machine.port->path()) : std::nullopt;
+  }
   void letItBeNoticed() { pass(0.35); }
   void connect(Link by) {
     machine.pad.connect(by);
@@ -267,6 +277,12 @@ private:
       flags &= ~codes->flags;
     const std::string sides = sidesText(flags);
     if (!sides.empty()) heard_ += "(" + sides + ")";
+  }
+
+  /// A write asks on its own thread, where the desk must not be touched.
+  std::optional<std::string> padPort() {
+    const std::lock_guard lock(portMutex_);
+    return port_;
   }
 
   std::string heard_;
