@@ -56,10 +56,7 @@ Options options(const QTemporaryDir& folder) {
 }
 
 void goToMappingScreen() {
-  press("Accessibility"); // on the desk
-  press("Input Monitoring");
   press("Continue");
-  waitUntil([] { return isShown("1"); });
 }
 
 void measureTransitions(TimedLoop& loop) {
