@@ -8,13 +8,20 @@
 #include <algorithm>
 #include <cstdio>
 #include <map>
+#include <string_view>
 
 namespace trellivar {
 
 namespace {
 
-constexpr int starts = 15;
-constexpr int stays = 3;
+/// How often each role is run.
+struct Runs {
+  int starts;
+  int stays;
+};
+
+constexpr Runs thorough{15, 3};
+constexpr Runs brief{1, 1}; // that it runs, not how fast
 constexpr double mostFirstFrame = 600; // milliseconds
 constexpr double mostResident = 120;   // MiB
 constexpr double mostIdle = 0.5;       // percent of a core
@@ -46,15 +53,15 @@ void print(const std::string& what, double value, const char* unit, double most)
               value > most ? "  over" : "");
 }
 
-int measure() {
+int measure(Runs runs) {
   figuresOf("first frame"); // warms the files
-  const double empty = medians("empty window", starts).at(0).value;
-  const double frame = medians("first frame", starts).at(0).value;
+  const double empty = medians("empty window", runs.starts).at(0).value;
+  const double frame = medians("first frame", runs.starts).at(0).value;
   std::printf("%-40s %9s %-4s %9s\n", "", "median", "", "at most");
   print("start to the first frame", frame, "ms", mostFirstFrame);
   std::printf("%-40s %9.2f ms\n", "the same of an empty window", empty);
   std::printf("%-40s %9.2f\n", "as a multiple", frame / empty);
-  for (const Figure& figure : medians("mapping screen", stays)) {
+  for (const Figure& figure : medians("mapping screen", runs.stays)) {
     if (figure.name == "resident")
       print("resident, mapping screen open", figure.value, "MiB", mostResident);
     else if (figure.name == "idle")
@@ -74,5 +81,6 @@ int main(int argc, char* argv[]) {
     if (trellivar::role() == role.name) return role.run(argc, argv);
   }
   const QCoreApplication application(argc, argv);
-  return trellivar::measure();
+  const bool isBrief = argc == 2 && std::string_view(argv[1]) == "--brief";
+  return trellivar::measure(isBrief ? trellivar::brief : trellivar::thorough);
 }
