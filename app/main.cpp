@@ -1,5 +1,5 @@
-#include "app/application.h"
 #include "app/options.h"
+#include "app/trellivar_app.h"
 
 #include <QApplication>
 
@@ -8,9 +8,8 @@ int main(int argc, char* argv[]) {
   QApplication::setApplicationName("Trellivar");
   QApplication::setOrganizationName("Trellivar");
   QApplication::setApplicationVersion(TRELLIVAR_VERSION);
-  QApplication::setQuitOnLastWindowClosed(false);
 
   const trellivar::Options options = trellivar::parseOptions(loop.arguments());
-  trellivar::Application application(options);
-  return application.run();
+  trellivar::TrellivarApp app(options);
+  return app.run();
 }

@@ -1,9 +1,7 @@
 #include "app/platform/autostart_entry.h"
 
-#include "engine/log.h"
 #include "files/durable_file.h"
 
-#include <exception>
 #include <string_view>
 
 namespace trellivar {
@@ -24,15 +22,11 @@ std::string execArgument(std::string_view program) {
 } // namespace
 
 void AutostartEntry::set(bool enabled, const std::string& program) const {
-  try {
-    if (enabled)
-      replaceFile(file(), "[Desktop Entry]\nType=Application\nName=Trellivar\nExec=" +
-                              execArgument(program) + "\nX-GNOME-Autostart-enabled=true\n");
-    else
-      std::filesystem::remove(file());
-  } catch (const std::exception& error) {
-    debugLog(std::string("the start at login cannot be changed: ") + error.what());
-  }
+  if (enabled)
+    replaceFile(file(), "[Desktop Entry]\nType=Application\nName=Trellivar\nExec=" +
+                            execArgument(program) + "\nX-GNOME-Autostart-enabled=true\n");
+  else
+    std::filesystem::remove(file());
 }
 
 } // namespace trellivar

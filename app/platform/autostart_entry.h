@@ -13,7 +13,7 @@ public:
 
   std::filesystem::path file() const { return folder_ / "trellivar.desktop"; }
 
-  /// Writes or removes the entry. What fails is left as it is and told to the log.
+  /// Writes or removes the entry. Throws FileError or std::filesystem::filesystem_error.
   void set(bool enabled, const std::string& program) const;
 
 private:

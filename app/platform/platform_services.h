@@ -16,9 +16,11 @@ public:
 
   virtual ~PlatformServices() = default;
 
-  /// Brings the application in front of all others.
+  /// Makes it an application with windows and a place in the Dock, and brings it in front of all
+  /// others.
   virtual void activate() = 0;
-  /// Registers the application to be started at login, or no longer. Failures are not shown.
+  /// Registers the application to be started at login, or no longer. Throws what the system objects
+  /// to; to repeat what is so already is no mistake.
   virtual void setLoginItem(bool enabled) = 0;
   /// Forces an appearance, or follows the system's.
   virtual void setAppearance(AppAppearance appearance) = 0;
