@@ -76,7 +76,7 @@ void AppDelegate::openMainWindow() {
   platform_.activate();
   if (!mainWindow_) return;
   mainWindow_->setWindowStates(mainWindow_->windowStates() & ~Qt::WindowMinimized);
-  mainWindow_->show();
+  mainWindow_->setVisible(true); // show() would also undo that it is maximized
   mainWindow_->raise();
   mainWindow_->requestActivate();
 }

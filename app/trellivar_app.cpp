@@ -5,13 +5,12 @@
 #include "app/local_services.h"
 #include "app/qt_user_defaults.h"
 
-#include <QGuiApplication>
 #include <QQuickWindow>
 
 namespace trellivar {
 
 TrellivarApp::TrellivarApp(const Options& options)
-    : platform_(platformServices()),
+    : platform_(platformServices(options.loginArguments())),
       desk_(options.simulate ? std::make_unique<DeskSession>() : nullptr),
       root_(setup(options),
             std::make_shared<ProfileListViewModel>(ProfileStore(options.dataFolder))),
@@ -49,24 +48,19 @@ AppRoot::Setup TrellivarApp::setup(const Options& options) {
   return localSetup(queue_, background_, std::move(signatures), std::move(settings));
 }
 
-bool TrellivarApp::load() {
+bool TrellivarApp::launch() {
+  delegate_.applicationDidFinishLaunching();
   qml_.addImportPath("qrc:/"); // or a copy of the program elsewhere lacks its own types
   qml_.load(QUrl("qrc:/Trellivar/qml/Main.qml"));
   if (qml_.rootObjects().isEmpty()) return false;
   auto* const window = qobject_cast<QQuickWindow*>(qml_.rootObjects().first());
   if (!window) return false;
   delegate_.setMainWindow(window);
+  root_.start();
   QObject::connect(window, &QWindow::visibleChanged, window,
                    [this](bool isVisible) { isVisible ? root_.start() : root_.stop(); });
   if (desk_) qml_.load(QUrl("qrc:/Trellivar/qml/DeskWindow.qml"));
   return true;
-}
-
-int TrellivarApp::run() {
-  delegate_.applicationDidFinishLaunching();
-  if (!load()) return 1;
-  root_.start();
-  return QGuiApplication::exec();
 }
 
 } // namespace trellivar

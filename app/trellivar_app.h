@@ -15,7 +15,7 @@ namespace trellivar {
 class DeskBridge;
 class DeskSession;
 
-/// Builds every object of the application once and runs it. Its single window shows `AppRoot`.
+/// Builds every object of the application once. Its single window shows `AppRoot`.
 class TrellivarApp {
 public:
   explicit TrellivarApp(const Options& options);
@@ -23,16 +23,14 @@ public:
   TrellivarApp& operator=(const TrellivarApp&) = delete;
   ~TrellivarApp();
 
-  /// Until the user quits. Returns the exit code.
-  int run();
+  /// Shows the windows, and starts what runs beside them. Answers whether there is a main window.
+  bool launch();
 
   AppDelegate& delegate() { return delegate_; }
 
 private:
   std::shared_ptr<SettingsStore> settingsFor(const Options& options) const;
   AppRoot::Setup setup(const Options& options);
-  /// Loads the windows; answers whether there is a main window.
-  bool load();
 
   std::unique_ptr<PlatformServices> platform_;
   QtMainQueue queue_;

@@ -2,9 +2,11 @@
 
 #include "viewmodels/app_appearance.h"
 
+#include <QStringList>
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace trellivar {
 
@@ -39,7 +41,8 @@ protected:
   PlatformServices& operator=(const PlatformServices&) = default;
 };
 
-/// That of the system the process runs on.
-std::unique_ptr<PlatformServices> platformServices();
+/// Those of the system that the process runs on. At login the application is started with
+/// `loginArguments`; without them it cannot be registered, which is then no mistake.
+std::unique_ptr<PlatformServices> platformServices(std::optional<QStringList> loginArguments);
 
 } // namespace trellivar
