@@ -14,20 +14,43 @@ namespace {
   std::exit(2); // NOLINT(concurrency-mt-unsafe): before any thread
 }
 
+/// Options that the window system's own programs pass, as a session manager does.
+QCommandLineOption ofToolkit(const QString& name) {
+  QCommandLineOption option(name, {}, "value");
+  option.setFlags(QCommandLineOption::HiddenFromHelp);
+  return option;
+}
+
+QString defaultFolder() {
+  if (qEnvironmentVariableIsEmpty("HOME"))
+    refuse("HOME is not set; name the data folder with --data-dir");
+  return QDir::homePath() + "/Library/Application Support/Trellivar";
+}
+
 } // namespace
+
+std::optional<QStringList> Options::loginArguments() const {
+  if (simulate) return std::nullopt;
+  if (!isDataFolderGiven) return QStringList();
+  return QStringList{"--data-dir", QString::fromStdString(dataFolder.string())};
+}
 
 Options parseOptions(const QStringList& arguments) {
   QCommandLineParser parser;
   parser.setApplicationDescription("Turns the keys of the pad into anything.");
-  parser.addHelpOption();
-  parser.addVersionOption();
+  parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
+  const QCommandLineOption help = parser.addHelpOption();
+  const QCommandLineOption version = parser.addVersionOption();
   const QCommandLineOption simulate("simulate",
                                     "Run on a simulated desk, with a pad to play with.");
   const QCommandLineOption dataFolder(
       "data-dir", "Keep profiles, learned keys and settings in this folder.", "folder");
-  const QCommandLineOption language("language", "Speak this language: en or zh-Hans.", "language");
-  parser.addOptions({simulate, dataFolder, language});
-  parser.process(arguments);
+  const QCommandLineOption language("language", "Switch to this language: en or zh-Hans.",
+                                    "language");
+  parser.addOptions({simulate, dataFolder, language, ofToolkit("platform"), ofToolkit("session")});
+  if (!parser.parse(arguments)) refuse(parser.errorText());
+  if (parser.isSet(help)) parser.showHelp();
+  if (parser.isSet(version)) parser.showVersion();
   if (!parser.positionalArguments().isEmpty())
     refuse("unexpected: " + parser.positionalArguments().first());
 
@@ -36,10 +59,8 @@ Options parseOptions(const QStringList& arguments) {
   options.isDataFolderGiven = parser.isSet(dataFolder);
   if (options.isDataFolderGiven && parser.value(dataFolder).isEmpty())
     refuse("--data-dir: expected a folder, found \"\"");
-  const QString folder = options.isDataFolderGiven
-                             ? parser.value(dataFolder)
-                             : QDir::homePath() + "/Library/Application Support/Trellivar";
-  options.dataFolder = folder.toStdString();
+  const QString folder = options.isDataFolderGiven ? parser.value(dataFolder) : defaultFolder();
+  options.dataFolder = QDir::cleanPath(QDir().absoluteFilePath(folder)).toStdString();
   if (parser.isSet(language)) {
     options.language = AppLanguage::fromRawValue(parser.value(language).toStdString());
     if (!options.language)

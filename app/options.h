@@ -14,6 +14,10 @@ struct Options {
   std::filesystem::path dataFolder;
   bool isDataFolderGiven = false;      ///< then the settings are kept there too
   std::optional<AppLanguage> language; ///< in place of the one that is set
+
+  /// What a start at login needs to come to the same data. None on the simulated desk, whose
+  /// permissions switch start at login on as well: the user's own computer is not to start it.
+  std::optional<QStringList> loginArguments() const;
 };
 
 /// Ends the process after --help, --version and mistakes, as command lines do.

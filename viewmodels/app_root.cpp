@@ -81,7 +81,12 @@ void AppRoot::start() {
   poll();
 }
 
-void AppRoot::stop() { pollWork_.cancel(); }
+void AppRoot::stop() {
+  pollWork_ = setup_.queue.asyncAfter(pollInterval, [this] {
+    setup_.startTap();
+    stop();
+  });
+}
 
 void AppRoot::poll() {
   pollWork_ = setup_.queue.asyncAfter(pollInterval, [this] { poll(); });

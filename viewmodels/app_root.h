@@ -63,7 +63,9 @@ public:
   /// The main window is shown: looks for devices, gives the engine the profiles, and polls from now
   /// on.
   void start();
-  /// The main window has gone: no more polling.
+  /// The main window has gone: nothing is looked at any more. Remapping goes on, so the tap is
+  /// still kept: what its system does to it while nobody looks would otherwise last until the
+  /// window opens.
   void stop();
 
   /// Teaches the system a mode; once that is saved, it is in force.

@@ -1,38 +1,42 @@
 #include "app/platform/autostart_entry.h"
 
-#include "engine/log.h"
 #include "files/durable_file.h"
 
-#include <exception>
 #include <string_view>
 
 namespace trellivar {
 
 namespace {
 
-/// As a quoted argument of an Exec line, where these characters keep their meaning unless escaped.
-std::string execArgument(std::string_view program) {
-  std::string text = "\"";
-  for (const char c : program) {
-    if (c == '\\') text += "\\\\"; // once for the string, once for the argument
-    if (c == '"' || c == '`' || c == '$' || c == '\\') text += "\\\\";
-    text += c == '%' ? "%%" : std::string(1, c);
+/// In quotes, as desktops take the words of a command apart.
+std::string asWord(std::string_view argument) {
+  std::string word = "\"";
+  for (const char c : argument) {
+    if (c == '"' || c == '`' || c == '$' || c == '\\') word += '\\';
+    if (c == '%') word += '%'; // or it begins a code for files
+    word += c;
   }
-  return text + '"';
+  return word + '"';
+}
+
+/// As the value of a key, whatever it is for.
+std::string asValue(std::string_view text) {
+  std::string value;
+  for (const char c : text) {
+    if (c == '\\') value += '\\';
+    value += c == '\n' ? std::string("\\n") : std::string(1, c);
+  }
+  return value;
 }
 
 } // namespace
 
-void AutostartEntry::set(bool enabled, const std::string& program) const {
-  try {
-    if (enabled)
-      replaceFile(file(), "[Desktop Entry]\nType=Application\nName=Trellivar\nExec=" +
-                              execArgument(program) + "\nX-GNOME-Autostart-enabled=true\n");
-    else
-      std::filesystem::remove(file());
-  } catch (const std::exception& error) {
-    debugLog(std::string("the start at login cannot be changed: ") + error.what());
-  }
+void AutostartEntry::install(std::span<const std::string> command) const {
+  std::string words;
+  for (const std::string& argument : command)
+    words += (words.empty() ? "" : " ") + asWord(argument);
+  replaceFile(file(), "[Desktop Entry]\nType=Application\nName=Trellivar\nExec=" + asValue(words) +
+                          "\nX-GNOME-Autostart-enabled=true\n");
 }
 
 } // namespace trellivar

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <span>
 #include <string>
 
 namespace trellivar {
@@ -13,8 +14,10 @@ public:
 
   std::filesystem::path file() const { return folder_ / "trellivar.desktop"; }
 
-  /// Writes or removes the entry. What fails is left as it is and told to the log.
-  void set(bool enabled, const std::string& program) const;
+  /// `command` is the program with its arguments. Throws FileError.
+  void install(std::span<const std::string> command) const;
+  /// Throws std::filesystem::filesystem_error.
+  void remove() const { std::filesystem::remove(file()); }
 
 private:
   std::filesystem::path folder_;

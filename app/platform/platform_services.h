@@ -2,9 +2,11 @@
 
 #include "viewmodels/app_appearance.h"
 
+#include <QStringList>
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace trellivar {
 
@@ -16,9 +18,11 @@ public:
 
   virtual ~PlatformServices() = default;
 
-  /// Brings the application in front of all others.
+  /// Makes it an application with windows and a place in the Dock, and brings it in front of all
+  /// others.
   virtual void activate() = 0;
-  /// Registers the application to be started at login, or no longer. Failures are not shown.
+  /// Registers the application to be started at login, or no longer. Throws what the system objects
+  /// to; to repeat what is so already is no mistake.
   virtual void setLoginItem(bool enabled) = 0;
   /// Forces an appearance, or follows the system's.
   virtual void setAppearance(AppAppearance appearance) = 0;
@@ -37,7 +41,8 @@ protected:
   PlatformServices& operator=(const PlatformServices&) = default;
 };
 
-/// That of the system the process runs on.
-std::unique_ptr<PlatformServices> platformServices();
+/// Those of the system that the process runs on. At login the application is started with
+/// `loginArguments`; without them it cannot be registered, which is then no mistake.
+std::unique_ptr<PlatformServices> platformServices(std::optional<QStringList> loginArguments);
 
 } // namespace trellivar

@@ -5,7 +5,10 @@
 #include <QGuiApplication>
 #include <QPalette>
 #include <QStandardPaths>
+#include <optional>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace trellivar {
 
@@ -13,14 +16,20 @@ namespace {
 
 class LinuxServices final : public PlatformServices {
 public:
-  LinuxServices() : systemIsDark_(looksDark()) {}
+  explicit LinuxServices(std::optional<QStringList> loginArguments)
+      : loginArguments_(std::move(loginArguments)), systemIsDark_(looksDark()) {}
 
   void activate() override {} // the window manager decides
   void setLoginItem(bool enabled) override {
+    if (!loginArguments_) return;
     const QString folder =
         QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/autostart";
-    AutostartEntry(folder.toStdString())
-        .set(enabled, QCoreApplication::applicationFilePath().toStdString());
+    const AutostartEntry entry(folder.toStdString());
+    if (!enabled) return entry.remove();
+    std::vector<std::string> command{QCoreApplication::applicationFilePath().toStdString()};
+    for (const QString& argument : *loginArguments_)
+      command.push_back(argument.toStdString());
+    entry.install(command);
   }
   void setAppearance(AppAppearance appearance) override {
     appearance_ = appearance;
@@ -45,6 +54,7 @@ private:
            palette.color(QPalette::WindowText).lightness();
   }
 
+  std::optional<QStringList> loginArguments_;
   AppAppearance appearance_ = AppAppearance::system;
   bool systemIsDark_;
   std::function<void()> changed_;
@@ -52,6 +62,8 @@ private:
 
 } // namespace
 
-std::unique_ptr<PlatformServices> platformServices() { return std::make_unique<LinuxServices>(); }
+std::unique_ptr<PlatformServices> platformServices(std::optional<QStringList> loginArguments) {
+  return std::make_unique<LinuxServices>(std::move(loginArguments));
+}
 
 } // namespace trellivar

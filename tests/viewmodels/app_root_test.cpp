@@ -174,12 +174,25 @@ TEST_F(AppRootTest, looksNoMoreOnceItIsStopped) {
   root.start();
   queue.advance(Seconds(1.5));
   root.stop();
+  engine->currentStatus = {true, true, true};
   queue.advance(Seconds(10));
-  EXPECT_EQ(taps, (Times{0, 1.5}));
-  EXPECT_EQ(queue.pendingCount(), 0U);
+  EXPECT_EQ(engine->statusNames, Lines(2, "Orlo3"));
+  EXPECT_FALSE(root.onboarding().steps()->canContinue);
+  EXPECT_EQ(loginItem, std::vector<bool>{});
+  root.start();
+  EXPECT_EQ(engine->statusNames, Lines(3, "Orlo3"));
+  EXPECT_TRUE(root.onboarding().steps()->canContinue);
+}
+
+TEST_F(AppRootTest, keepsTheTapWhileItIsStopped) {
+  root.start();
+  queue.advance(Seconds(1));
+  root.stop();
+  queue.advance(Seconds(4));
+  EXPECT_EQ(taps, (Times{0, 2.5, 4}));
   root.start();
   queue.advance(Seconds(1.5));
-  EXPECT_EQ(taps, (Times{0, 1.5, 11.5, 13}));
+  EXPECT_EQ(taps, (Times{0, 2.5, 4, 5, 6.5})) << "one rhythm, not two";
 }
 
 TEST_F(AppRootTest, looksOnlyOnceAtATimeAfterTwoStarts) {

@@ -1,32 +1,27 @@
-#include "app/application.h"
+#include "app/trellivar_app.h"
 
 #include "app/desk/desk_bridge.h"
 #include "app/desk/desk_session.h"
 #include "app/local_services.h"
 #include "app/qt_user_defaults.h"
-#include "app/status_menu.h"
 
-#include <QGuiApplication>
 #include <QQuickWindow>
 
 namespace trellivar {
 
-Application::Application(const Options& options)
-    : platform_(platformServices()),
+TrellivarApp::TrellivarApp(const Options& options)
+    : platform_(platformServices(options.loginArguments())),
       desk_(options.simulate ? std::make_unique<DeskSession>() : nullptr),
       root_(setup(options),
             std::make_shared<ProfileListViewModel>(ProfileStore(options.dataFolder))),
-      bridge_(root_, *platform_) {
-  SettingsStore& settings = root_.settings();
-  settings.onStartAtLoginChanged([this](bool enabled) { platform_->setLoginItem(enabled); });
-  if (*settings.startAtLogin()) platform_->setLoginItem(true);
-  menu_ = std::make_unique<StatusMenu>(settings, [this] { openMainWindow(); });
+      bridge_(root_, *platform_),
+      delegate_(root_.settings(), *platform_) {
   if (desk_) deskBridge_ = std::make_unique<DeskBridge>(*desk_);
 }
 
-Application::~Application() = default;
+TrellivarApp::~TrellivarApp() = default;
 
-std::shared_ptr<SettingsStore> Application::settingsFor(const Options& options) const {
+std::shared_ptr<SettingsStore> TrellivarApp::settingsFor(const Options& options) const {
   const auto defaults = options.isDataFolderGiven
                             ? std::make_shared<QtUserDefaults>(QString::fromStdString(
                                   (options.dataFolder / "settings.ini").string()))
@@ -36,7 +31,7 @@ std::shared_ptr<SettingsStore> Application::settingsFor(const Options& options) 
   return settings;
 }
 
-AppRoot::Setup Application::setup(const Options& options) {
+AppRoot::Setup TrellivarApp::setup(const Options& options) {
   auto signatures = std::make_shared<SignatureStore>(options.dataFolder, debugLog);
   auto settings = settingsFor(options);
   if (desk_)
@@ -53,26 +48,19 @@ AppRoot::Setup Application::setup(const Options& options) {
   return localSetup(queue_, background_, std::move(signatures), std::move(settings));
 }
 
-void Application::openMainWindow() {
-  platform_->activate();
-  for (QObject* root : qml_.rootObjects()) {
-    if (auto* window = qobject_cast<QQuickWindow*>(root)) {
-      window->show();
-      window->raise();
-      window->requestActivate();
-      return;
-    }
-  }
-}
-
-int Application::run() {
+bool TrellivarApp::launch() {
+  delegate_.applicationDidFinishLaunching();
   qml_.addImportPath("qrc:/"); // or a copy of the program elsewhere lacks its own types
   qml_.load(QUrl("qrc:/Trellivar/qml/Main.qml"));
-  if (desk_) qml_.load(QUrl("qrc:/Trellivar/qml/DeskWindow.qml"));
-  if (qml_.rootObjects().isEmpty()) return 1;
-  platform_->activate();
+  if (qml_.rootObjects().isEmpty()) return false;
+  auto* const window = qobject_cast<QQuickWindow*>(qml_.rootObjects().first());
+  if (!window) return false;
+  delegate_.setMainWindow(window);
   root_.start();
-  return QGuiApplication::exec();
+  QObject::connect(window, &QWindow::visibleChanged, window,
+                   [this](bool isVisible) { isVisible ? root_.start() : root_.stop(); });
+  if (desk_) qml_.load(QUrl("qrc:/Trellivar/qml/DeskWindow.qml"));
+  return true;
 }
 
 } // namespace trellivar

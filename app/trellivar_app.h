@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/app_delegate.h"
 #include "app/bridge/app_bridge.h"
 #include "app/options.h"
 #include "app/platform/platform_services.h"
@@ -13,23 +14,23 @@ namespace trellivar {
 
 class DeskBridge;
 class DeskSession;
-class StatusMenu;
 
-/// Builds every object of the application once and runs it.
-class Application {
+/// Builds every object of the application once. Its single window shows `AppRoot`.
+class TrellivarApp {
 public:
-  explicit Application(const Options& options);
-  Application(const Application&) = delete;
-  Application& operator=(const Application&) = delete;
-  ~Application();
+  explicit TrellivarApp(const Options& options);
+  TrellivarApp(const TrellivarApp&) = delete;
+  TrellivarApp& operator=(const TrellivarApp&) = delete;
+  ~TrellivarApp();
 
-  /// Until the user quits. Returns the exit code.
-  int run();
+  /// Shows the windows, and starts what runs beside them. Answers whether there is a main window.
+  bool launch();
+
+  AppDelegate& delegate() { return delegate_; }
 
 private:
   std::shared_ptr<SettingsStore> settingsFor(const Options& options) const;
   AppRoot::Setup setup(const Options& options);
-  void openMainWindow();
 
   std::unique_ptr<PlatformServices> platform_;
   QtMainQueue queue_;
@@ -38,7 +39,7 @@ private:
   AppRoot root_;
   AppBridge bridge_;
   std::unique_ptr<DeskBridge> deskBridge_;
-  std::unique_ptr<StatusMenu> menu_;
+  AppDelegate delegate_;
   QQmlApplicationEngine qml_;
 };
 
