@@ -139,9 +139,11 @@ void discovery(Stage& stage) {
   undiscovered(stage);
   work(stage, stage.text("discoverThisMode"));
 }
+/// Without another keyboard, which might be the pad under a name that nobody knows.
 void discoveryNotSeen(Stage& stage) {
   discovery(stage);
   stage.connectPad("away");
+  stage.machine().desk.detach(stage.machine().keyboard);
   work(stage, stage.text("checkConnection"));
 }
 void discoveryListening(Stage& stage) {
@@ -178,6 +180,8 @@ void writing(Stage& stage) {
 }
 void written(Stage& stage) {
   usb(stage);
+  bind(stage, 2, {Modifier::command}, "v"); // the firmware has no keys for the volume
+  stage.root().mapping().select(std::nullopt);
   write(stage);
   stage.finishWriting();
 }

@@ -102,8 +102,13 @@ void Stage::permit(bool accessibility, bool inputMonitoring) {
   pass(AppRoot::pollInterval.count());
 }
 
-void Stage::connectPad(const QString& by) {
+void Stage::beginToConnectPad(const QString& by) {
   machine().pad.connect(linkNamed(by));
+  settle();
+}
+
+void Stage::connectPad(const QString& by) {
+  beginToConnectPad(by);
   pass(2 * desk::Machine::hotplugDebounce.count());
 }
 
@@ -164,7 +169,7 @@ void Stage::pass(double seconds) {
 
 /// What one happening leads to takes turns between the computer's queue, Qt's and the window.
 void Stage::settle() {
-  constexpr int turns = 6;
+  constexpr int turns = 4;
   for (int turn = 0; turn < turns; ++turn) {
     machine().desk.queue().run();
     StillAnimations::ofTheProcess().pass(0);
@@ -280,6 +285,28 @@ bool Stage::isChecked(QQuickItem* item) const {
   return QAccessible::queryAccessibleInterface(item)->state().checked;
 }
 
+QStringList Stage::alerts() const {
+  QStringList alerts;
+  for (QQuickItem* item : seenItems(*window())) {
+    if (accessibleRole(*item) == QAccessible::AlertMessage) alerts += accessibleName(*item);
+  }
+  return alerts;
+}
+
+qreal Stage::opacityOf(QQuickItem* item) const {
+  qreal opacity = 1;
+  for (; item; item = item->parentItem())
+    opacity *= item->opacity();
+  return opacity;
+}
+
+bool Stage::movesIn(double seconds) {
+  const QImage before = window()->grabWindow();
+  StillAnimations::ofTheProcess().pass(std::llround(seconds * 1000));
+  settle();
+  return window()->grabWindow() != before;
+}
+
 QPoint Stage::middleOf(const QQuickItem& item) const { return placeOf(item).center().toPoint(); }
 
 void Stage::click(QQuickItem* item) {
@@ -353,6 +380,13 @@ QString Stage::learned(int padKey) const {
     }
   }
   return codes.join(' ');
+}
+
+QStringList Stage::written() const {
+  QStringList slots;
+  for (const auto& [slot, macro] : machine().firmware.macros())
+    slots += qtText(slot.first) + QString::number(slot.second);
+  return slots;
 }
 
 AppBridge& Stage::app() const { return world_->bridge; }

@@ -45,6 +45,8 @@ public:
   Q_INVOKABLE void permit(bool accessibility, bool inputMonitoring);
   /// By "usb" or "bluetooth"; or takes it "away".
   Q_INVOKABLE void connectPad(const QString& by);
+  /// The same; the application has not been told yet.
+  Q_INVOKABLE void beginToConnectPad(const QString& by);
   Q_INVOKABLE void turnTo(const QString& mode);
   Q_INVOKABLE void hold(int padKey);
   Q_INVOKABLE void letGo(int padKey);
@@ -94,6 +96,12 @@ public:
   Q_INVOKABLE QString name(QQuickItem* item) const;
   Q_INVOKABLE QString description(QQuickItem* item) const;
   Q_INVOKABLE bool isChecked(QQuickItem* item) const;
+  /// What assistive technology speaks out when it appears.
+  Q_INVOKABLE QStringList alerts() const;
+  /// Of an item and everything around it.
+  Q_INVOKABLE qreal opacityOf(QQuickItem* item) const;
+  /// Whether the picture changes while only animations go on for so long.
+  Q_INVOKABLE bool movesIn(double seconds);
 
   // The user
 
@@ -117,6 +125,9 @@ public:
   Q_INVOKABLE QString stored(const QString& mode, int padKey) const;
   /// The codes that are stored as what a key of the pad sends, for any mode.
   Q_INVOKABLE QString learned(int padKey) const;
+
+  /// The keys whose macros the pad has, such as "P1".
+  Q_INVOKABLE QStringList written() const;
 
   AppBridge& app() const;
   AppRoot& root() const;
