@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QAccessible>
+#include <QList>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QString>
+
+namespace trellivar {
+
+/// Whether people see it: neither it nor anything around it is hidden or transparent.
+bool isSeen(const QQuickItem& item);
+/// What people see, in the order in which it is painted, sheets and pop-overs last.
+QList<QQuickItem*> seenItems(const QQuickWindow& window);
+bool isText(const QQuickItem& item);
+/// "KeycapView" for an item of KeycapView.qml.
+QString componentOf(const QQuickItem& item);
+/// A rectangle around it in the window.
+QRectF placeOf(const QQuickItem& item);
+
+/// What assistive technology knows about an item.
+QString accessibleName(QQuickItem& item);
+QAccessible::Role accessibleRole(QQuickItem& item);
+/// It can be worked: a button, a choice, a field.
+bool isControl(QQuickItem& item);
+/// Short, for messages: "ActionButton "Cancel"".
+QString described(QQuickItem& item);
+
+} // namespace trellivar
