@@ -1,0 +1,155 @@
+#include "tests/app/journeys/person.h"
+
+#include "tests/app/journeys/warnings.h"
+
+#include <QMenu>
+#include <algorithm>
+
+namespace trellivar {
+
+namespace {
+
+/// It is called by its number and what it does.
+Wanted keycap(int key) {
+  return {.name = std::to_string(key) + ' ', .role = QAccessible::Button, .isBeginning = true};
+}
+
+} // namespace
+
+Person::Person() {
+  const QByteArray home = QByteArray::fromStdString((folder / "home").string());
+  qputenv("HOME", home);
+  qputenv("XDG_CONFIG_HOME", home + "/config");
+  L10n::setCurrent(AppLanguage::en);
+  takeWarnings();
+}
+
+Person::~Person() {
+  application_.reset();
+  EXPECT_EQ(takeWarnings(), "");
+}
+
+void Person::start() {
+  const QString data = QString::fromStdString(dataFolder().string());
+  application_.emplace(QStringList{"trellivar", "--simulate", "--data-dir", data});
+  window.arrange();
+  desk.arrange();
+}
+
+void Person::goOnToThePad() {
+  window.click(button(text(Text::continueButton)));
+  window.expect(choice("P"));
+}
+
+int Person::waitForItsEnd() {
+  waitFor("the application has ended", [this] { return !application_->isRunning(); });
+  const int exitCode = application_->exitCode();
+  application_.reset();
+  return exitCode;
+}
+
+int Person::quit() {
+  onMainThread([] { QCoreApplication::quit(); });
+  return waitForItsEnd();
+}
+
+void Person::restart() {
+  EXPECT_EQ(quit(), 0);
+  start();
+}
+
+void Person::chooseFromMenu(std::string_view entry) {
+  constexpr QPoint corner(100, 700);
+  onMainThread([&] { statusMenu()->popup(corner); });
+  Surface menu(display_, "menu", {});
+  display_.pointAt(menu.find({std::string(entry), QAccessible::MenuItem, {}}).place.center());
+  display_.pressButton();
+  display_.releaseButton();
+}
+
+void Person::select(int key) {
+  window.click(keycap(key));
+  waitFor("key " + std::to_string(key) + " is selected", [&] {
+    const auto title = L10n::t(Text::keyN, key);
+    return std::ranges::any_of(window.controls(), [&](const Control& it) {
+      return it.role == QAccessible::Heading && it.name.starts_with(title);
+    });
+  });
+}
+
+void Person::bind(int key, Text libraryOutput) {
+  select(key);
+  const Wanted output = choice(text(libraryOutput));
+  window.click(output);
+  window.expectChecked(output);
+}
+
+void Person::bring(std::string_view mode, std::string_view link) {
+  connect("Away");
+  window.expect(text(Text::chipNone));
+  turnTo(mode);
+  connect(link);
+  window.expectNot(text(Text::chipNone));
+}
+
+void Person::permit(std::string_view permission, bool isGranted) {
+  const Wanted control = toggle(permission);
+  if (desk.find(control).isChecked != isGranted) desk.click(control);
+  desk.expectChecked(control, isGranted);
+}
+
+void Person::hold(int key) { desk.hold(button("Pad key " + std::to_string(key))); }
+
+void Person::press(int key) {
+  hold(key);
+  letGo();
+}
+
+void Person::pressUntil(int key, std::string_view what, const std::function<bool()>& condition) {
+  using Clock = std::chrono::steady_clock;
+  Clock::time_point next{};
+  waitFor(what, [&] {
+    if (condition()) return true;
+    if (Clock::now() < next) return false;
+    next = Clock::now() + std::chrono::milliseconds(2500);
+    press(key);
+    return condition();
+  });
+}
+
+std::string Person::heard() const {
+  std::string list;
+  for (const Control& row : desk.controls()) {
+    if (row.role != QAccessible::ListItem) continue;
+    const std::size_t gap = row.name.find(' ');
+    list += (list.empty() ? "" : " ") + row.name.substr(0, gap) +
+            (row.name.substr(gap + 1) == "↓" ? '+' : '-');
+  }
+  return list;
+}
+
+void Person::forget() {
+  const Wanted clear = button("Clear");
+  if (desk.find(clear).isEnabled) desk.click(clear);
+  waitFor("the list is empty", [this] { return heard().empty(); });
+}
+
+void Person::waitToHear(const std::string& expected) const {
+  waitFor("the computer has received \"" + expected + '"', [&] { return heard() == expected; });
+}
+
+void Person::hears(const std::string& expected) {
+  waitToHear(expected);
+  // Whatever else comes, comes before a key that is struck later.
+  strike("z");
+  waitToHear(expected + " z+ z-");
+  forget();
+}
+
+void Person::hearsFrom(int key, const std::string& expected) {
+  forget();
+  press(key);
+  hears(expected);
+}
+
+} // namespace trellivar
