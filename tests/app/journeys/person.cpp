@@ -1,9 +1,11 @@
 #include "tests/app/journeys/person.h"
 
+#include "tests/app/journeys/screen.h"
 #include "tests/app/journeys/warnings.h"
 
 #include <QMenu>
 #include <algorithm>
+#include <utility>
 
 namespace trellivar {
 
@@ -14,12 +16,18 @@ Wanted keycap(int key) {
   return {.name = std::to_string(key) + ' ', .role = QAccessible::Button, .isBeginning = true};
 }
 
+void setFolder(const char* variable, const std::filesystem::path& folder) {
+  std::filesystem::create_directories(folder);
+  std::filesystem::permissions(folder, std::filesystem::perms::owner_all);
+  qputenv(variable, QByteArray::fromStdString(folder.string()));
+}
+
 } // namespace
 
 Person::Person() {
-  const QByteArray home = QByteArray::fromStdString((folder / "home").string());
-  qputenv("HOME", home);
-  qputenv("XDG_CONFIG_HOME", home + "/config");
+  setFolder("HOME", folder / "home");
+  setFolder("XDG_CONFIG_HOME", folder / "home/config");
+  setFolder("XDG_RUNTIME_DIR", folder / "home/runtime");
   L10n::setCurrent(AppLanguage::en);
   takeWarnings();
 }
@@ -29,9 +37,12 @@ Person::~Person() {
   EXPECT_EQ(takeWarnings(), "");
 }
 
+QStringList Person::arguments() const {
+  return {"--simulate", "--data-dir", QString::fromStdString(dataFolder().string())};
+}
+
 void Person::start() {
-  const QString data = QString::fromStdString(dataFolder().string());
-  application_.emplace(QStringList{"trellivar", "--simulate", "--data-dir", data});
+  application_.emplace(arguments());
   window.arrange();
   desk.arrange();
 }
@@ -65,6 +76,18 @@ void Person::chooseFromMenu(std::string_view entry) {
   display_.pointAt(menu.find({std::string(entry), QAccessible::MenuItem, {}}).place.center());
   display_.pressButton();
   display_.releaseButton();
+}
+
+QImage Person::pictureOfTheWindow() {
+  const QRect place = window.place();
+  display_.pointAt(place.bottomRight() + QPoint(5, 5));
+  display_.focus(window.id().value());
+  QImage picture;
+  waitFor("the window rests", [&] {
+    const QImage now = pictureOf(place);
+    return std::exchange(picture, now) == now;
+  });
+  return picture;
 }
 
 void Person::select(int key) {

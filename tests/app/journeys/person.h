@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QImage>
 #include <filesystem>
 #include <functional>
 #include <optional>
@@ -37,8 +38,12 @@ public:
   Person& operator=(const Person&) = delete;
   ~Person();
 
+  Display& display() { return display_; }
+
   // The application
 
+  /// Of its command line.
+  QStringList arguments() const;
   void start();
   /// Until both permissions are granted, goes no further.
   void goOnToThePad();
@@ -50,6 +55,8 @@ public:
   int waitForItsEnd();
   /// In the menu of the status area.
   void chooseFromMenu(std::string_view entry);
+  /// As painted, with the mouse out of the way.
+  QImage pictureOfTheWindow();
   /// On the pad in the window.
   void select(int key);
   void bind(int key, Text libraryOutput);

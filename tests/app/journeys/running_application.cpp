@@ -23,7 +23,7 @@ RunningApplication::RunningApplication(const QStringList& arguments) {
       [arguments, promise] {
         int exitCode = 0;
         {
-          Application application(parseOptions(arguments));
+          Application application(parseOptions(QStringList{"trellivar"} + arguments));
           exitCode = application.run();
         }
         promise->set_value(exitCode);

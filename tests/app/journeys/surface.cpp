@@ -1,6 +1,7 @@
 #include "tests/app/journeys/surface.h"
 
 #include "tests/app/journeys/running_application.h"
+#include "tests/app/journeys/screen.h"
 #include "tests/app/journeys/waiting.h"
 
 #include <QGuiApplication>
@@ -67,13 +68,7 @@ std::vector<std::string> Surface::texts() const {
 
 bool Surface::isDark() const {
   const QPoint ground = place_.bottomRight() - QPoint(4, 4);
-  int lightness = 0;
-  onMainThread([&] {
-    const QPixmap pixel =
-        QGuiApplication::primaryScreen()->grabWindow(0, ground.x(), ground.y(), 1, 1);
-    lightness = pixel.toImage().pixelColor(0, 0).lightness();
-  });
-  return lightness < 128;
+  return pictureOf({ground, QSize(1, 1)}).pixelColor(0, 0).lightness() < 128;
 }
 
 bool Surface::shows(std::string_view text) const { return std::ranges::count(texts(), text) > 0; }

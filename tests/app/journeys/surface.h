@@ -43,7 +43,7 @@ public:
   Surface(Display& display, std::string title, const QRect& place)
       : display_(display), title_(std::move(title)), place_(place) {}
 
-  const std::string& title() const { return title_; }
+  const QRect& place() const { return place_; }
   /// None while it is closed.
   std::optional<Display::WindowId> id();
   /// Waits for the window, and moves it to its place.

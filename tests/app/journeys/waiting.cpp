@@ -2,13 +2,11 @@
 
 #include "tests/app/journeys/controls.h"
 #include "tests/app/journeys/running_application.h"
+#include "tests/app/journeys/screen.h"
 
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QGuiApplication>
-#include <QPixmap>
-#include <QScreen>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -17,15 +15,15 @@ namespace trellivar {
 
 namespace {
 
+constexpr QRect wholeScreen(0, 0, -1, -1);
+
 /// The file.
 std::string picture() {
   const auto* test = testing::UnitTest::GetInstance()->current_test_info();
   const QString folder = TRELLIVAR_SCREENSHOTS;
   const QString file = folder + '/' + test->test_suite_name() + '.' + test->name() + ".png";
-  onMainThread([&] {
-    QDir().mkpath(folder);
-    QGuiApplication::primaryScreen()->grabWindow(0).save(file);
-  });
+  QDir().mkpath(folder);
+  pictureOf(wholeScreen).save(file);
   return file.toStdString();
 }
 
