@@ -21,7 +21,7 @@ struct Runs {
 };
 
 constexpr Runs thorough{15, 3};
-constexpr Runs brief{1, 1}; // that it runs, not how fast
+constexpr Runs brief{1, 1};            // that it runs, not how fast
 constexpr double mostFirstFrame = 600; // milliseconds
 constexpr double mostResident = 120;   // MiB
 constexpr double mostIdle = 0.5;       // percent of a core

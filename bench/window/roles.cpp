@@ -1,6 +1,6 @@
 #include "bench/window/roles.h"
 
-#include "app/application.h"
+#include "app/trellivar_app.h"
 #include "bench/window/controls.h"
 #include "bench/window/figures.h"
 #include "bench/window/first_frame.h"
@@ -55,9 +55,7 @@ Options options(const QTemporaryDir& folder) {
   return options;
 }
 
-void goToMappingScreen() {
-  press("Continue");
-}
+void goToMappingScreen() { press("Continue"); }
 
 void measureTransitions(TimedLoop& loop) {
   for (const Transition& transition : transitions) {
@@ -81,9 +79,8 @@ int runApplication(TimedLoop& loop, std::function<void(QQuickWindow&)> shown) {
   const QTemporaryDir folder;
   FirstFrame firstFrame(std::move(shown));
   loop.installEventFilter(&firstFrame);
-  QApplication::setQuitOnLastWindowClosed(false);
-  Application application(options(folder));
-  return application.run();
+  TrellivarApp application(options(folder));
+  return application.launch() ? QApplication::exec() : 1;
 }
 
 } // namespace
