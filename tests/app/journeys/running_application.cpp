@@ -1,7 +1,7 @@
 #include "tests/app/journeys/running_application.h"
 
-#include "app/application.h"
 #include "app/options.h"
+#include "app/trellivar_app.h"
 
 #include <QApplication>
 #include <QMenu>
@@ -23,8 +23,8 @@ RunningApplication::RunningApplication(const QStringList& arguments) {
       [arguments, promise] {
         int exitCode = 0;
         {
-          Application application(parseOptions(QStringList{"trellivar"} + arguments));
-          exitCode = application.run();
+          TrellivarApp app(parseOptions(QStringList{"trellivar"} + arguments));
+          exitCode = app.launch() ? QApplication::exec() : 1;
         }
         promise->set_value(exitCode);
       },
