@@ -4,17 +4,8 @@
 // not to run them. Our own declarations of the system's interface.
 
 #include <ApplicationServices/ApplicationServices.h>
+#include <Foundation/Foundation.h>
 
-#ifndef __OBJC__
-#error "For Objective-C++ only."
-#endif
-
-#define nil nullptr
-
-using BOOL = bool;
-using NSInteger = long;
-using NSUInteger = unsigned long;
-using NSTimeInterval = double;
 using NSPoint = CGPoint;
 constexpr NSPoint NSZeroPoint{0, 0};
 
@@ -23,10 +14,6 @@ enum NSEventType : NSUInteger {
 };
 enum NSEventModifierFlags : NSUInteger {};
 enum NSEventSubtype : short {};
-
-__attribute__((objc_root_class))
-@interface NSObject
-@end
 
 @class NSGraphicsContext;
 
@@ -45,4 +32,30 @@ __attribute__((objc_root_class))
 @property(readonly) NSEventSubtype subtype;
 @property(readonly) NSInteger data1;
 @property(readonly, nullable) CGEventRef CGEvent;
+@end
+
+enum NSApplicationActivationPolicy : NSInteger {
+  NSApplicationActivationPolicyRegular = 0,
+};
+
+extern NSString* const _Nonnull NSAppearanceNameAqua;
+extern NSString* const _Nonnull NSAppearanceNameDarkAqua;
+
+@interface NSAppearance : NSObject
++ (NSAppearance* _Nullable)appearanceNamed:(NSString* _Nonnull)name;
+- (NSString* _Nullable)bestMatchFromAppearancesWithNames:(NSArray* _Nonnull)names;
+@end
+
+@interface NSApplication : NSObject
+@property(strong, nullable) NSAppearance* appearance;
+@property(readonly, nonnull) NSAppearance* effectiveAppearance;
+- (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy;
+- (void)activateIgnoringOtherApps:(BOOL)ignoresOthers;
+@end
+
+extern NSApplication* _Null_unspecified NSApp;
+
+@interface NSWorkspace : NSObject
+@property(class, readonly, nonnull) NSWorkspace* sharedWorkspace;
+@property(readonly) BOOL accessibilityDisplayShouldReduceMotion;
 @end
