@@ -34,10 +34,11 @@ QList<QQuickItem*> seenItems(const QQuickWindow& window) {
 }
 
 QQuickItem* sheetOf(QQuickItem& item) {
+  QQuickItem* outermost = nullptr;
   for (QQuickItem* around = &item; around; around = around->parentItem()) {
-    if (around->parent() && around->parent()->inherits("QQuickPopup")) return around;
+    if (around->parent() && around->parent()->inherits("QQuickPopup")) outermost = around;
   }
-  return nullptr;
+  return outermost;
 }
 
 QList<QQuickItem*> reachableItems(const QQuickWindow& window) {
