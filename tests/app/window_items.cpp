@@ -2,6 +2,7 @@
 
 #include <QAccessibleInterface>
 #include <algorithm>
+#include <functional>
 
 namespace trellivar {
 
@@ -32,7 +33,42 @@ QList<QQuickItem*> seenItems(const QQuickWindow& window) {
   return items;
 }
 
+QQuickItem* sheetOf(QQuickItem& item) {
+  QQuickItem* outermost = nullptr;
+  for (QQuickItem* around = &item; around; around = around->parentItem()) {
+    if (around->parent() && around->parent()->inherits("QQuickPopup")) outermost = around;
+  }
+  return outermost;
+}
+
+QList<QQuickItem*> reachableItems(const QQuickWindow& window) {
+  QList<QQuickItem*> items = seenItems(window);
+  const auto isModal = [](QQuickItem* item) {
+    const QQuickItem* sheet = sheetOf(*item);
+    return sheet && sheet->parent()->property("modal").toBool();
+  };
+  if (std::ranges::any_of(items, isModal)) items.removeIf(std::not_fn(isModal));
+  return items;
+}
+
 bool isText(const QQuickItem& item) { return item.inherits("QQuickText"); }
+
+QRectF lettersOf(const QQuickItem& text) {
+  const auto number = [&text](const char* name) { return text.property(name).toReal(); };
+  const QSizeF size(number("contentWidth"), number("contentHeight"));
+  const double roomX = text.width() - number("leftPadding") - number("rightPadding") - size.width();
+  const double roomY =
+      text.height() - number("topPadding") - number("bottomPadding") - size.height();
+  double x = number("leftPadding");
+  double y = number("topPadding");
+  const int across = text.property("effectiveHorizontalAlignment").toInt();
+  const int down = text.property("verticalAlignment").toInt();
+  if (across & Qt::AlignHCenter) x += roomX / 2;
+  if (across & Qt::AlignRight) x += roomX;
+  if (down & Qt::AlignVCenter) y += roomY / 2;
+  if (down & Qt::AlignBottom) y += roomY;
+  return text.mapRectToScene({{x, y}, size});
+}
 
 QString componentOf(const QQuickItem& item) {
   return QString(item.metaObject()->className()).section("_QML", 0, 0);

@@ -89,6 +89,14 @@ StageCase {
         verifyShown("Press Key 1 on your Orlo3");
         compare(Stage.alerts().filter(text => text !== "").join(), "");
     }
+    function test_theKeyboardReturnsToTheNote() {
+        Stage.enter("undiscovered");
+        tabTo("Discover this mode");
+        Stage.key(Qt.Key_Return);
+        Stage.key(Qt.Key_Escape);
+        verify(!isOpen());
+        compare(Stage.focused(), "Discover this mode");
+    }
     function test_closingLeavesEverythingAsItWas_data() {
         return [{ tag: "Close", act: () => click("Close") }, { tag: "Escape", act: () => Stage.key(Qt.Key_Escape) }];
     }
