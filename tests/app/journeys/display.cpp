@@ -30,6 +30,8 @@ Display::Display() : connection_(xcb_connect(nullptr, nullptr)) {
   const auto keys = owned(
       xcb_get_keyboard_mapping_reply(c, xcb_get_keyboard_mapping(c, firstKey_, count), nullptr));
   if (!keys) throw std::runtime_error("the display has no keyboard");
+  const std::uint32_t off = XCB_AUTO_REPEAT_MODE_OFF;
+  xcb_change_keyboard_control(c, XCB_KB_AUTO_REPEAT_MODE, &off);
   levels_ = keys->keysyms_per_keycode;
   const xcb_keysym_t* symbols = xcb_get_keyboard_mapping_keysyms(keys.get());
   symbols_.assign(symbols, symbols + xcb_get_keyboard_mapping_keysyms_length(keys.get()));

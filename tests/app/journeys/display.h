@@ -37,7 +37,7 @@ public:
   void pressButton();
   void releaseButton();
 
-  // The keyboard; a character of ASCII is its own key.
+  // The keyboard, which does not repeat; a character of ASCII is its own key.
   void press(Key key);
   void release(Key key);
   void type(Key key);

@@ -42,6 +42,7 @@ QStringList Person::arguments() const {
 }
 
 void Person::start() {
+  waitFor("the windows of the last run are gone", [this] { return !window.id() && !desk.id(); });
   application_.emplace(arguments());
   window.arrange();
   desk.arrange();

@@ -22,7 +22,7 @@ protected:
     waitFor("the field is closed", [this] { return !person.window.shows(name); });
   }
 
-  const Wanted name = field(text(Text::renamePlaceholder));
+  const Wanted name = field("Name");
   Person person;
 };
 

@@ -32,8 +32,9 @@ std::optional<Display::WindowId> Surface::id() {
 }
 
 void Surface::arrange() {
-  waitFor("a window is called " + title_, [this] { return id().has_value(); });
-  display_.place(*id(), place_);
+  std::optional<Display::WindowId> window;
+  waitFor("a window is called " + title_, [&] { return (window = id()).has_value(); });
+  display_.place(*window, place_);
   waitFor(title_ + " is in its place", [this] { return isInPlace(); });
 }
 

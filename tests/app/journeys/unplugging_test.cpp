@@ -24,16 +24,14 @@ protected:
 };
 
 TEST_F(Unplugging, whileAKeyIsHeldLeavesNothingDown) {
-  person.hold(2); // which is not bound
+  person.desk.press('2'); // which is not bound
   person.waitToHear("left_control+ v+");
-  person.desk.moveTo(choice("Cable"), Display::tab);
-  person.desk.type({Display::right, Display::right});
-  person.desk.expectChecked(choice("Away"));
-  person.waitToHear("left_control+ v+ v- left_control-");
+  person.connect("Away");
   window.expect(text(Text::chipNone));
   window.expect(text(Text::stageHintOffline));
-  person.letGo();
-  person.hears("left_control+ v+ v- left_control-");
+  person.waitToHear("left_control+ v+ left_control- v-");
+  person.desk.release('2');
+  person.hears("left_control+ v+ left_control- v-");
 
   person.connect("Cable");
   window.expect(text(Text::chipUSBReady));
