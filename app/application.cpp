@@ -1,5 +1,6 @@
 #include "app/application.h"
 
+#include "app/bridge/own_texts.h"
 #include "app/desk/desk_bridge.h"
 #include "app/desk/desk_session.h"
 #include "app/local_services.h"
@@ -8,6 +9,8 @@
 
 #include <QGuiApplication>
 #include <QQuickWindow>
+#include <cstdio>
+#include <string>
 
 namespace trellivar {
 
@@ -16,7 +19,7 @@ Application::Application(const Options& options)
       desk_(options.simulate ? std::make_unique<DeskSession>() : nullptr),
       root_(setup(options),
             std::make_shared<ProfileListViewModel>(ProfileStore(options.dataFolder))),
-      bridge_(root_, *platform_) {
+      bridge_(root_, *platform_, hasEngine_) {
   SettingsStore& settings = root_.settings();
   settings.onStartAtLoginChanged([this](bool enabled) { platform_->setLoginItem(enabled); });
   if (*settings.startAtLogin()) platform_->setLoginItem(true);
@@ -36,7 +39,7 @@ std::shared_ptr<SettingsStore> Application::settingsFor(const Options& options) 
   return settings;
 }
 
-AppRoot::Setup Application::setup(const Options& options) {
+AppRoot::Setup Application::services(const Options& options) {
   auto signatures = std::make_shared<SignatureStore>(options.dataFolder, debugLog);
   auto settings = settingsFor(options);
   if (desk_)
@@ -53,6 +56,17 @@ AppRoot::Setup Application::setup(const Options& options) {
   return localSetup(queue_, background_, std::move(signatures), std::move(settings));
 }
 
+AppRoot::Setup Application::setup(const Options& options) {
+  AppRoot::Setup services = this->services(options);
+  hasEngine_ = !dynamic_cast<const StubRemapEngine*>(services.engine.get());
+  if (!hasEngine_) {
+    const std::string title(OwnTexts::noEngineTitle.english);
+    const std::string detail(OwnTexts::noEngineDetail.english);
+    std::fprintf(stderr, "trellivar: %s. %s\n", title.c_str(), detail.c_str());
+  }
+  return services;
+}
+
 void Application::openMainWindow() {
   platform_->activate();
   for (QObject* root : qml_.rootObjects()) {
@@ -67,11 +81,12 @@ void Application::openMainWindow() {
 
 int Application::run() {
   qml_.addImportPath("qrc:/"); // or a copy of the program elsewhere lacks its own types
+  root_.start();
+  bridge_.refresh(); // so that the window opens with the screen that is called for
   qml_.load(QUrl("qrc:/Trellivar/qml/Main.qml"));
   if (desk_) qml_.load(QUrl("qrc:/Trellivar/qml/DeskWindow.qml"));
   if (qml_.rootObjects().isEmpty()) return 1;
   platform_->activate();
-  root_.start();
   return QGuiApplication::exec();
 }
 
