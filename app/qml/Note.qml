@@ -2,43 +2,49 @@ import QtQuick
 import QtQuick.Layouts
 import Trellivar
 
-// Tells that the pad's keys are not known in this mode, and offers to find out.
+// Tells quietly what keeps the pad from working as it should, and offers to do something about it.
 Rectangle {
     implicitHeight: row.implicitHeight + 2 * Theme.unit * 1.5
+    visible: App.note.title.length > 0
     radius: Theme.radius
     color: Theme.accentQuiet
 
     RowLayout {
         id: row
 
-        anchors.fill: parent
-        anchors.margins: Theme.unit * 1.5
-        anchors.leftMargin: Theme.unit * 2
+        x: Theme.unit * 2
+        y: Theme.unit * 1.5
+        width: parent.width - Theme.unit * 4
         spacing: Theme.unit * 2
 
         ColumnLayout {
             Layout.fillWidth: true
-            spacing: 2
+            spacing: Theme.unit / 4
 
             Text {
                 Layout.fillWidth: true
-                text: App.mapping.undiscoveredTitle
+                text: App.note.title
                 color: Theme.text
                 font.pixelSize: Theme.body
                 font.weight: Font.DemiBold
                 wrapMode: Text.Wrap
+                Accessible.role: Accessible.AlertMessage
+                Accessible.name: text
+                Accessible.description: App.note.detail
             }
             Text {
                 Layout.fillWidth: true
-                text: App.texts.undiscoveredDetail
+                text: App.note.detail
                 color: Theme.quietText
                 font.pixelSize: Theme.small
                 wrapMode: Text.Wrap
             }
         }
         ActionButton {
-            text: App.texts.discoverThisMode
-            onClicked: App.openDiscovery()
+            Layout.maximumWidth: Theme.unit * 24
+            visible: text.length > 0
+            text: App.note.action
+            onClicked: App.followNote()
         }
     }
 }
