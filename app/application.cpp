@@ -9,6 +9,7 @@
 
 #include <QGuiApplication>
 #include <QQuickWindow>
+#include <QSurfaceFormat>
 #include <cstdio>
 #include <string>
 
@@ -80,6 +81,9 @@ void Application::openMainWindow() {
 }
 
 int Application::run() {
+  QSurfaceFormat smooth = QSurfaceFormat::defaultFormat();
+  smooth.setSamples(4); // for the curves of what is drawn
+  QSurfaceFormat::setDefaultFormat(smooth);
   qml_.addImportPath("qrc:/"); // or a copy of the program elsewhere lacks its own types
   root_.start();
   bridge_.refresh(); // so that the window opens with the screen that is called for

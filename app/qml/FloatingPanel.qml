@@ -14,10 +14,8 @@ Popup {
     property int reason: Qt.OtherFocusReason
 
     function focusOn(item: Item) {
+        item.focus = false; // where it is already, a reason would change nothing
         item.forceActiveFocus(reason);
-        const control = item as T.Control;
-        if (control)
-            control.focusReason = reason; // also where the focus is already
     }
 
     focus: true
