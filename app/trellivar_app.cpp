@@ -7,6 +7,7 @@
 #include "app/qt_user_defaults.h"
 
 #include <QQuickWindow>
+#include <QSurfaceFormat>
 #include <cstdio>
 #include <string>
 
@@ -64,6 +65,9 @@ AppRoot::Setup TrellivarApp::setup(const Options& options) {
 
 bool TrellivarApp::launch() {
   delegate_.applicationDidFinishLaunching();
+  QSurfaceFormat smooth = QSurfaceFormat::defaultFormat();
+  smooth.setSamples(4); // for the curves of what is drawn
+  QSurfaceFormat::setDefaultFormat(smooth);
   qml_.addImportPath("qrc:/"); // or a copy of the program elsewhere lacks its own types
   root_.start();
   bridge_.refresh(); // so that the window opens with the screen that is called for

@@ -33,8 +33,6 @@ Item {
         width: 24
         height: 24
         scale: glyph.width / 24
-        layer.enabled: true
-        layer.samples: 4
 
         ShapePath {
             fillColor: glyph.color

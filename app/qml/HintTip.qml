@@ -6,6 +6,7 @@ import Trellivar
 ToolTip {
     id: tip
 
+    width: Math.min(Math.ceil(metrics.advanceWidth) + leftPadding + rightPadding, Theme.popoverWidth)
     delay: 500
     padding: Theme.unit
     font.pixelSize: Theme.small
@@ -15,6 +16,12 @@ ToolTip {
         font: tip.font
         color: Theme.text
         wrapMode: Text.Wrap
+    }
+    TextMetrics {
+        id: metrics
+
+        text: tip.text
+        font: tip.font
     }
     background: Rectangle {
         radius: Theme.radius / 2

@@ -3,12 +3,19 @@ import QtQuick.Layouts
 import Trellivar
 
 // The first start: what the application needs, one step at a time. It advances by itself.
-Item {
+ScrollPanel {
     id: screen
 
+    readonly property real margin: Theme.unit * 3
+
+    contentHeight: content.height + 2 * margin
+
     RowLayout {
-        anchors.centerIn: parent
-        width: Math.min(parent.width - Theme.unit * 8, Theme.unit * 116)
+        id: content
+
+        x: (screen.width - width) / 2
+        y: Math.max(screen.margin, (screen.height - height) / 2)
+        width: Math.min(screen.width - Theme.unit * 8, Theme.unit * 116)
         spacing: Theme.unit * 5
 
         OnboardingHero {
@@ -60,6 +67,9 @@ Item {
                     action: model.action
                     onActionRequested: App.openPermissionSettings(index)
                 }
+            }
+            Note {
+                Layout.fillWidth: true
             }
             ActionButton {
                 Layout.alignment: Qt.AlignRight

@@ -27,5 +27,7 @@ Flickable {
     boundsBehavior: Flickable.StopAtBounds
     clip: contentHeight > height
     interactive: contentHeight > height
-    ScrollBar.vertical: ScrollBar {}
+    ScrollBar.vertical: ScrollBar {
+        policy: panel.interactive ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
+    }
 }

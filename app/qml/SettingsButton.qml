@@ -43,8 +43,6 @@ AbstractButton {
             anchors.centerIn: parent
             width: button.size
             height: button.size
-            layer.enabled: true
-            layer.samples: 4
 
             ShapePath {
                 fillColor: "transparent"

@@ -28,8 +28,6 @@ Item {
 
     Shape {
         anchors.fill: parent
-        layer.enabled: true
-        layer.samples: 4
 
         ShapePath {
             fillColor: "transparent"
