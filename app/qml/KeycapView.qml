@@ -12,7 +12,10 @@ AbstractButton {
     required property bool isBound
     required property bool isLearned
     required property bool isSelected
-    readonly property real depth: down ? 1 : Theme.unit / 2
+    required property bool isDown // on the real pad
+    readonly property bool isPressed: down || isDown
+    readonly property bool isLit: isSelected || isDown
+    readonly property real depth: isPressed ? 1 : Theme.unit / 2
     readonly property real corner: width * 0.12
 
     hoverEnabled: true
@@ -29,7 +32,7 @@ AbstractButton {
     }
 
     background: Rectangle {
-        // The well, and the light of a selected key that comes out of it.
+        // The well, and the light that comes out of it.
         radius: keycap.corner
         color: Theme.well
 
@@ -38,7 +41,7 @@ AbstractButton {
             anchors.margins: -Theme.unit / 2
             radius: keycap.corner + Theme.unit / 2
             color: Theme.capGlow
-            opacity: keycap.isSelected ? 1 : 0
+            opacity: keycap.isLit ? 1 : 0
 
             Behavior on opacity {
                 NumberAnimation {
@@ -57,18 +60,18 @@ AbstractButton {
             anchors.fill: parent
             anchors.margins: 2
             radius: keycap.corner
-            color: keycap.isSelected ? Theme.accent : Theme.capEdge
+            color: keycap.isLit ? Theme.accent : Theme.capEdge
         }
         CapTop {
             anchors.fill: parent
             anchors.margins: 2
-            anchors.topMargin: 2 + (keycap.down ? Theme.unit / 2 - 1 : 0)
+            anchors.topMargin: 2 + (keycap.isPressed ? Theme.unit / 2 - 1 : 0)
             anchors.bottomMargin: 2 + keycap.depth
             radius: keycap.corner
             number: keycap.keyId
             legend: keycap.legend || keycap.caption
             isQuiet: !keycap.isBound
-            isLit: keycap.isSelected
+            isLit: keycap.isLit
             isHovered: keycap.hovered
         }
     }
