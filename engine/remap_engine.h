@@ -1,9 +1,13 @@
 #pragma once
 
+#include "core/device_identity.h"
+#include "core/key_name.h"
 #include "core/profile.h"
 
 #include <array>
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <span>
 #include <string_view>
 
@@ -21,6 +25,17 @@ struct EngineStatus {
 
   friend bool operator==(const EngineStatus&, const EngineStatus&) = default;
 };
+
+/// A key that a pad sends.
+struct PadKey {
+  DeviceIdentity device;
+  KeyName name;
+
+  friend bool operator==(const PadKey&, const PadKey&) = default;
+};
+
+/// Receives the keys that are down on pads, in no order, after each change.
+using PadKeyObserver = std::function<void(std::span<const PadKey> down)>;
 
 /// What remaps. Operations may throw `EngineError`; nothing has changed then. Main thread.
 class RemapEngine {
@@ -40,6 +55,11 @@ public:
   virtual void setDeviceIgnored(bool ignored, int vendorId, int productId, DeviceKind kind);
   /// Whether the engine has let go of a device that is to be ignored.
   virtual bool isDeviceReleased(std::string_view named) = 0;
+  /// Tells of the pads of the active sets, bound or not, ignored or not, in place of whoever was
+  /// told before, for as long as the returned handle lives. Never does so within another call or
+  /// while it handles an event, so that the observer may use the engine. A key that may have come
+  /// up unseen is not said to be down. Engines that see no events tell of none.
+  [[nodiscard]] virtual std::shared_ptr<void> onPadKeysChanged(PadKeyObserver observer);
 
 protected:
   RemapEngine() = default;
@@ -50,6 +70,11 @@ protected:
 inline void RemapEngine::setDeviceIgnored(bool ignored, int vendorId, int productId,
                                           DeviceKind /*kind*/) {
   setDeviceIgnored(ignored, vendorId, productId);
+}
+
+// NOLINTNEXTLINE(performance-unnecessary-value-param): engines that tell keep the observer
+inline std::shared_ptr<void> RemapEngine::onPadKeysChanged(PadKeyObserver /*observer*/) {
+  return nullptr;
 }
 
 /// For systems without event taps: remembers nothing, intercepts nothing, and since there is

@@ -49,6 +49,7 @@ AppRoot::AppRoot(Setup setup, std::shared_ptr<ProfileListViewModel> profiles)
           .onProfileEdited = [list = profiles_](const Profile& edited) { list->update(edited); },
           .report = setup_.report,
       })),
+      pressedKeys_(*setup_.engine, mapping_->device()),
       devices_(DeviceListViewModel::make(setup_.enumerator, setup_.hotplug)) {
   observe();
 }

@@ -15,6 +15,7 @@
 #include "viewmodels/mapping_view_model.h"
 #include "viewmodels/onboarding_view_model.h"
 #include "viewmodels/portable_write_view_model.h"
+#include "viewmodels/pressed_keys.h"
 #include "viewmodels/profile_list_view_model.h"
 #include "viewmodels/report.h"
 #include "viewmodels/settings_store.h"
@@ -57,6 +58,7 @@ public:
   ProfileListViewModel& profiles() const noexcept { return *profiles_; }
   DeviceListViewModel& devices() const noexcept { return *devices_; }
   MappingViewModel& mapping() const noexcept { return *mapping_; }
+  const PressedKeys& pressedKeys() const noexcept { return pressedKeys_; }
   PortableWriteViewModel& portableWrite() const noexcept { return *portableWrite_; }
   OnboardingViewModel& onboarding() noexcept { return onboarding_; }
 
@@ -94,6 +96,7 @@ private:
   std::shared_ptr<ProfileListViewModel> profiles_;
   std::shared_ptr<PortableWriteViewModel> portableWrite_;
   std::shared_ptr<MappingViewModel> mapping_;
+  PressedKeys pressedKeys_;
   std::shared_ptr<DeviceListViewModel> devices_;
   OnboardingViewModel onboarding_;
   Published<bool> isOnboarding_{true};

@@ -13,7 +13,8 @@ namespace trellivar {
 MappingBridge::MappingBridge(AppRoot& root, QObject* parent)
     : Refreshing(parent),
       root_(root),
-      keys_({"keyId", "legend", "glyph", "caption", "label", "isBound", "isLearned", "isSelected"}),
+      keys_({"keyId", "legend", "glyph", "caption", "label", "isBound", "isLearned", "isSelected",
+             "isDown"}),
       modes_({"name", "isActive"}),
       library_({"name", "glyph", "isAssigned"}) {
   MappingViewModel& mapping = root_.mapping();
@@ -23,6 +24,7 @@ MappingBridge::MappingBridge(AppRoot& root, QObject* parent)
   watch(mapping.isRecording());
   watch(mapping.isLearning());
   watch(mapping.lastError());
+  watch(root_.pressedKeys().ids());
   watch(root_.profiles().activeId());
   watch(root_.profiles().profiles());
   watch(root_.settings().language());
@@ -91,7 +93,8 @@ void MappingBridge::refreshLists() {
   QList<RowModel::Row> keys;
   for (const KeyView& key : keyViews(mapping))
     keys.append({key.id, qtText(key.legend), qtText(key.glyph), qtText(key.caption),
-                 qtText(key.label), key.isBound, key.isLearned, key.isSelected});
+                 qtText(key.label), key.isBound, key.isLearned, key.isSelected,
+                 root_.pressedKeys().ids()->contains(key.id)});
   keys_.setRows(keys);
 
   QList<RowModel::Row> modes;

@@ -13,7 +13,7 @@ class MappingBridge : public Refreshing {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("Given by App")
-  /// Roles: keyId, legend, glyph, caption, label, isBound, isLearned, isSelected.
+  /// Roles: keyId, legend, glyph, caption, label, isBound, isLearned, isSelected, isDown.
   Q_PROPERTY(trellivar::RowModel* keys READ keys CONSTANT)
   /// Roles: name, isActive.
   Q_PROPERTY(trellivar::RowModel* modes READ modes CONSTANT)

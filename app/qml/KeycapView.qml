@@ -12,7 +12,7 @@ AbstractButton {
     required property string caption
     required property bool isBound
     required property bool isSelected
-    property bool isDown: false
+    required property bool isDown // on the real pad
 
     height: parent ? parent.height : 0
     width: height

@@ -1,5 +1,6 @@
 #include "engine/darwin/tap_engine.h"
 
+#include "core/bound_layouts.h"
 #include "core/known_devices.h"
 #include "engine/darwin/event_translation.h"
 #include "engine/engine_error.h"
@@ -101,14 +102,20 @@ void TapEngine::applyAll(std::span<const MappingSet> sets) {
   std::ranges::for_each(sets, lint);
   MappingTable table = MappingTable::compile(sets);
   appliedIdentities_.clear();
-  for (const auto& [identity, compiled] : table.identities)
-    appliedIdentities_.push_back(identity);
+  for (const MappingSet& set : sets) {
+    for (const BoundLayout& bound : boundLayouts(set.device))
+      appliedIdentities_.insert(bound.identity);
+  }
   processor_.setTable(std::move(table));
   resolveSenders();
 }
 
 EngineStatus TapEngine::status(std::string_view /*trellivarDeviceName*/) {
-  return {trustChecker_(), inputMonitoringChecker_(), !processor_.senders().empty()};
+  const auto isBound = [&](const auto& sender) {
+    return processor_.table().identities.contains(sender.second);
+  };
+  return {trustChecker_(), inputMonitoringChecker_(),
+          std::ranges::any_of(processor_.senders(), isBound)};
 }
 
 void TapEngine::setDeviceIgnored(bool ignored, int vendorId, int productId) {
@@ -122,6 +129,10 @@ void TapEngine::setDeviceIgnored(bool ignored, int vendorId, int productId) {
 }
 
 bool TapEngine::isDeviceReleased(std::string_view /*named*/) { return true; }
+
+std::shared_ptr<void> TapEngine::onPadKeysChanged(PadKeyObserver observer) {
+  return padKeyTeller_.observe(std::move(observer));
+}
 
 void TapEngine::resolveSenders() {
   TapProcessor::Senders senders;
@@ -166,6 +177,7 @@ CGEventRef TapEngine::handle(CGEventType type, CGEventRef event) {
   else if (isDown(described->kind) && isTakenBack(*described))
     return nullptr;
   CGEventRef result = carryOut(processor_.process(*described, now), event, *described);
+  padKeyTeller_.keysMayHaveChanged();
   armDeadlineTimer();
   return result;
 }
@@ -185,6 +197,7 @@ void TapEngine::expectMissedReleases() {
     releaseDelivered(*key);
     key->deliveredAs.reset();
   }
+  padKeyTeller_.keysMayHaveChanged();
   armDeadlineTimer();
 }
 
@@ -328,6 +341,7 @@ void TapEngine::releaseDelivered(const PadKeys::Key& key) {
 void TapEngine::settle() {
   replayAll(processor_.flushUnhandled());
   releaseWhatWouldStay();
+  padKeyTeller_.keysMayHaveChanged();
   armDeadlineTimer();
 }
 

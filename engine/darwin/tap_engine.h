@@ -5,6 +5,7 @@
 #include "engine/darwin/event_posting.h"
 #include "engine/hotplug_watching.h"
 #include "engine/main_queue.h"
+#include "engine/pad_key_teller.h"
 #include "engine/pad_keys.h"
 #include "engine/remap_engine.h"
 #include "engine/sender_resolving.h"
@@ -14,6 +15,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace trellivar {
@@ -21,8 +23,8 @@ namespace trellivar {
 /// Remaps live, with a tap in the session's stream of input events. Everything happens on the main
 /// thread.
 ///
-/// Only events of services that belong to a device with bindings are looked at; everything else
-/// passes after one look-up. What the engine posts carries its marker and passes too.
+/// Only events of services that belong to a device of the active sets are looked at; everything
+/// else passes after one look-up. What the engine posts carries its marker and passes too.
 class TapEngine final : public RemapEngine {
 public:
   using Check = std::function<bool()>;
@@ -52,6 +54,7 @@ public:
   void setDeviceIgnored(bool ignored, int vendorId, int productId) override;
   /// Always: the engine never holds a device exclusively.
   bool isDeviceReleased(std::string_view named) override;
+  [[nodiscard]] std::shared_ptr<void> onPadKeysChanged(PadKeyObserver observer) override;
 
   /// What the tap does with one event: NULL swallows it, else it is returned, perhaps changed.
   CGEventRef handle(CGEventType type, CGEventRef event);
@@ -98,12 +101,13 @@ private:
   std::shared_ptr<void> hotplugCallback_;
   Check trustChecker_;
   Check inputMonitoringChecker_;
-  std::vector<DeviceIdentity> appliedIdentities_;
+  std::set<DeviceIdentity> appliedIdentities_; ///< of the pads of the sets, bound or not
   darwin::CFRef<CFMachPortRef> tapPort_;
   darwin::CFRef<CFRunLoopSourceRef> tapSource_;
   darwin::CFRef<CFRunLoopTimerRef> deadlineTimer_;
   std::optional<Instant> armedFor_; ///< when `deadlineTimer_` fires; none: there is no timer
   PadKeys keys_;
+  PadKeyTeller padKeyTeller_{queue_, keys_};
   InlineVector<ForeignModifier, mostForeignModifiers>
       foreignModifiers_; ///< down on other keyboards
   int underWay_ = 0;     ///< events that were posted and have not come by the tap yet

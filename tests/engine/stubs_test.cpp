@@ -52,6 +52,7 @@ TEST(Stubs, theEngineCountsAsPermittedAndInterceptsNothing) {
   engine.setDeviceIgnored(true, 7, 9);
   EXPECT_EQ(engine.status("Pad"), (EngineStatus{true, true, false}));
   EXPECT_TRUE(engine.isDeviceReleased("Pad"));
+  EXPECT_EQ(engine.onPadKeysChanged([](auto) { FAIL() << "it sees no keys"; }), nullptr);
 }
 
 /// Remembers which device is to be ignored.

@@ -41,6 +41,9 @@ public:
       exempted.erase({vendorId, productId});
   }
   bool isDeviceReleased(std::string_view name) override { return engine_->isDeviceReleased(name); }
+  std::shared_ptr<void> onPadKeysChanged(PadKeyObserver observer) override {
+    return engine_->onPadKeysChanged(std::move(observer));
+  }
 
 private:
   std::shared_ptr<RemapEngine> engine_;

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -53,6 +54,15 @@ public:
     released.emplace_back(named);
     return isReleased();
   }
+  std::shared_ptr<void> onPadKeysChanged(PadKeyObserver observer) override {
+    auto shared = std::make_shared<PadKeyObserver>(std::move(observer));
+    padKeyObserver_ = shared;
+    return shared;
+  }
+  /// Tells of the keys of pads that are down now.
+  void tell(const std::vector<PadKey>& down) {
+    if (const auto observer = padKeyObserver_.lock()) (*observer)(down);
+  }
 
 private:
   void note(bool isIgnored, int vendorId, int productId, const std::string& kind) {
@@ -64,6 +74,8 @@ private:
     else
       ignored.erase({vendorId, productId});
   }
+
+  std::weak_ptr<PadKeyObserver> padKeyObserver_;
 };
 
 } // namespace trellivar

@@ -63,6 +63,15 @@ TEST_F(DeviceChangeTest, aKeyThatWasLetThroughIsReleasedWhenItsPadIsPulled) {
   EXPECT_EQ(heard(), "*x- *left_shift-");
 }
 
+TEST_F(DeviceChangeTest, aKeyOfAPadWithoutAnyBindingIsReleasedWhenItsPadIsPulled) {
+  apply({{{"a"}, {}}});
+  notice();
+  computer.down(pad, "a");
+  computer.desk.detach(pad);
+  notice();
+  EXPECT_EQ(heard(), "a+ *a-");
+}
+
 TEST_F(DeviceChangeTest, aModifierThatWasRewrittenIsReleasedAsWhatItBecame) {
   computer.engine->apply(portableCommand());
   notice();

@@ -17,6 +17,8 @@ TEST(ForeignEventAllocationTest, anEventOfAnotherDeviceOrOfTheEngineItselfAlloca
   const auto pad = computer.attach(customIdentity);
   computer.startEngine();
   computer.engine->apply(customSet({{{"a"}, keyOutput("v")}}));
+  const auto watched = computer.engine->onPadKeysChanged([](auto) {});
+  computer.desk.queue().run();
 
   const auto foreign =
       keyEvent(true, static_cast<std::int64_t>(computer.desk.leafSender(computer.keyboard, 0x07)));

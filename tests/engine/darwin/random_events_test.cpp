@@ -17,6 +17,9 @@ public:
     computer_.desk.events().setRecording(false);
     computer_.desk.events().setReceiver([this](const desk::Received& r) { receive(r.event); });
     computer_.startEngine();
+    watching_ = computer_.engine->onPadKeysChanged([this](auto down) {
+      told_ = {down.begin(), down.end()};
+    });
     applyTable();
     for (std::size_t i = 0; i < pads_.size(); ++i)
       pads_[i] = computer_.attach(identityOf(i));
@@ -39,7 +42,9 @@ public:
     } else {
       with(below(5), [&](auto device, KeyName key) { pressOrRelease(device, key); });
     }
-    if (below(3) != 0) computer_.desk.queue().run();
+    if (below(3) == 0) return;
+    computer_.desk.queue().run();
+    if (!wasDisabled_ && mistold_.empty()) mistold_ = difference();
   }
 
   void replaceTable() { applyTable(); }
@@ -52,6 +57,7 @@ public:
     }
     computer_.pass(2);
     wasDisabled_ = false;
+    if (mistold_.empty()) mistold_ = difference();
   }
 
   int events() const { return events_; }
@@ -62,12 +68,33 @@ public:
       text += " " + name.text();
     return text;
   }
+  /// What the engine told of the keys of pads when other keys were down, in words.
+  const std::string& mistold() const { return mistold_; }
   std::size_t references() const { return computer_.platform.liveReferences().size(); }
   std::size_t timers() const { return computer_.platform.scheduledTimers(); }
 
 private:
   static DeviceIdentity identityOf(std::size_t pad) {
     return {customIdentity.vendorId, customIdentity.productId + static_cast<int>(pad)};
+  }
+
+  std::string difference() const {
+    std::set<std::string> told;
+    for (const PadKey& key : told_)
+      told.insert(std::to_string(key.device.productId) + key.name.text());
+    std::set<std::string> held;
+    for (std::size_t i = 0; i < pads_.size(); ++i) {
+      for (const KeyName key : computer_.desk.pressed(pads_[i]))
+        held.insert(std::to_string(identityOf(i).productId) + key.text());
+    }
+    if (told == held) return "";
+    std::string text = "told:";
+    for (const std::string& key : told)
+      text += " " + key;
+    text += ", held:";
+    for (const std::string& key : held)
+      text += " " + key;
+    return text;
   }
 
   int below(int n) { return std::uniform_int_distribution(0, n - 1)(random_); }
@@ -145,6 +172,9 @@ private:
   Computer computer_;
   std::array<desk::Desk::DeviceId, 2> pads_{};
   std::set<KeyName, KeyName::ByText> down_;
+  std::shared_ptr<void> watching_;
+  std::vector<PadKey> told_; ///< that pads hold down
+  std::string mistold_;
   int events_ = 0;
   bool wasDisabled_ = false; ///< since the last rest
 };
@@ -160,6 +190,7 @@ TEST_P(RandomEventsTest, leaveNoKeyDownAndNoReferenceBehind) {
       person.act();
     person.rest();
     ASSERT_EQ(person.down(), "") << "after " << person.events() << " events";
+    ASSERT_EQ(person.mistold(), "") << "before " << person.events() << " events";
     ASSERT_EQ(person.references(), references);
     ASSERT_EQ(person.timers(), 0U);
   }
@@ -178,6 +209,7 @@ TEST(RandomBindingsTest, changedInTheMiddleLeaveNothingDownEither) {
         person.act();
       person.rest();
       ASSERT_EQ(person.down(), "") << "seed " << seed << ", round " << round;
+      ASSERT_EQ(person.mistold(), "") << "seed " << seed << ", round " << round;
     }
   }
 }
