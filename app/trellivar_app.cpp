@@ -1,11 +1,14 @@
 #include "app/trellivar_app.h"
 
+#include "app/bridge/own_texts.h"
 #include "app/desk/desk_bridge.h"
 #include "app/desk/desk_session.h"
 #include "app/local_services.h"
 #include "app/qt_user_defaults.h"
 
 #include <QQuickWindow>
+#include <cstdio>
+#include <string>
 
 namespace trellivar {
 
@@ -14,7 +17,7 @@ TrellivarApp::TrellivarApp(const Options& options)
       desk_(options.simulate ? std::make_unique<DeskSession>() : nullptr),
       root_(setup(options),
             std::make_shared<ProfileListViewModel>(ProfileStore(options.dataFolder))),
-      bridge_(root_, *platform_),
+      bridge_(root_, *platform_, hasEngine_),
       delegate_(root_.settings(), *platform_) {
   if (desk_) deskBridge_ = std::make_unique<DeskBridge>(*desk_);
 }
@@ -31,7 +34,7 @@ std::shared_ptr<SettingsStore> TrellivarApp::settingsFor(const Options& options)
   return settings;
 }
 
-AppRoot::Setup TrellivarApp::setup(const Options& options) {
+AppRoot::Setup TrellivarApp::services(const Options& options) {
   auto signatures = std::make_shared<SignatureStore>(options.dataFolder, debugLog);
   auto settings = settingsFor(options);
   if (desk_)
@@ -48,15 +51,27 @@ AppRoot::Setup TrellivarApp::setup(const Options& options) {
   return localSetup(queue_, background_, std::move(signatures), std::move(settings));
 }
 
+AppRoot::Setup TrellivarApp::setup(const Options& options) {
+  AppRoot::Setup services = this->services(options);
+  hasEngine_ = !dynamic_cast<const StubRemapEngine*>(services.engine.get());
+  if (!hasEngine_) {
+    const std::string title(OwnTexts::noEngineTitle.english);
+    const std::string detail(OwnTexts::noEngineDetail.english);
+    std::fprintf(stderr, "trellivar: %s. %s\n", title.c_str(), detail.c_str());
+  }
+  return services;
+}
+
 bool TrellivarApp::launch() {
   delegate_.applicationDidFinishLaunching();
   qml_.addImportPath("qrc:/"); // or a copy of the program elsewhere lacks its own types
+  root_.start();
+  bridge_.refresh(); // so that the window opens with the screen that is called for
   qml_.load(QUrl("qrc:/Trellivar/qml/Main.qml"));
   if (qml_.rootObjects().isEmpty()) return false;
   auto* const window = qobject_cast<QQuickWindow*>(qml_.rootObjects().first());
   if (!window) return false;
   delegate_.setMainWindow(window);
-  root_.start();
   QObject::connect(window, &QWindow::visibleChanged, window,
                    [this](bool isVisible) { isVisible ? root_.start() : root_.stop(); });
   if (desk_) qml_.load(QUrl("qrc:/Trellivar/qml/DeskWindow.qml"));

@@ -30,11 +30,13 @@ public:
 
 private:
   std::shared_ptr<SettingsStore> settingsFor(const Options& options) const;
+  AppRoot::Setup services(const Options& options);
   AppRoot::Setup setup(const Options& options);
 
   std::unique_ptr<PlatformServices> platform_;
   QtMainQueue queue_;
   std::unique_ptr<DeskSession> desk_; ///< null on a real computer
+  bool hasEngine_ = true;             ///< false where keys are not remapped
   QtBackgroundQueue background_;
   AppRoot root_;
   AppBridge bridge_;

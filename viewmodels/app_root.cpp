@@ -79,6 +79,13 @@ void AppRoot::start() {
   if (const auto& selected = *devices_->selected()) use(*selected);
   mapping_->reapply();
   poll();
+  if (setup_.settings->hasFinishedOnboarding()) finishOnboarding();
+}
+
+void AppRoot::finishOnboarding() {
+  if (!onboarding_.steps()->canContinue || !*isOnboarding_) return;
+  isOnboarding_.set(false);
+  setup_.settings->finishOnboarding();
 }
 
 void AppRoot::stop() {

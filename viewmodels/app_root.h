@@ -60,6 +60,12 @@ public:
   PortableWriteViewModel& portableWrite() const noexcept { return *portableWrite_; }
   OnboardingViewModel& onboarding() noexcept { return onboarding_; }
 
+  /// The first steps are to be shown, instead of the pad. Whoever has been through them before goes
+  /// straight to the pad, provided that everything is permitted when the window is shown.
+  const Published<bool>& isOnboarding() const noexcept { return isOnboarding_; }
+  /// The user goes on to the pad; ignored until everything is permitted.
+  void finishOnboarding();
+
   /// The main window is shown: looks for devices, gives the engine the profiles, and polls from now
   /// on.
   void start();
@@ -90,6 +96,7 @@ private:
   std::shared_ptr<MappingViewModel> mapping_;
   std::shared_ptr<DeviceListViewModel> devices_;
   OnboardingViewModel onboarding_;
+  Published<bool> isOnboarding_{true};
   bool hasTriedLoginItem_ = false; ///< in this run
   std::vector<Subscription> subscriptions_;
   Subscription discovery_;

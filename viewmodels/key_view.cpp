@@ -2,6 +2,7 @@
 
 #include "core/l10n.h"
 #include "viewmodels/output_label.h"
+#include "viewmodels/output_library.h"
 #include "viewmodels/profile_editing.h"
 
 namespace trellivar {
@@ -26,6 +27,7 @@ std::vector<KeyView> keyViews(const MappingViewModel& of) {
     if (const KeyMapping* mapping = mappingOf(*of.profile(), key.id)) {
       view.isBound = true;
       view.legend = outputLabel(mapping->output);
+      view.glyph = OutputLibrary::glyph(mapping->output);
       view.caption = captionOf(*mapping);
       view.label = mapping->label.value_or("");
     }

@@ -11,6 +11,7 @@ namespace trellivar {
 struct KeyView {
   int id = 0;
   std::string legend;  ///< what the key does; empty without a binding
+  std::string glyph;   ///< the drawing to show for the legend; empty where there is only text
   std::string caption; ///< its label, else its legend, else that it is empty
   std::string label;   ///< as the user gave it; empty without one
   bool isBound = false;

@@ -1,5 +1,7 @@
 #include "viewmodels/output_library.h"
 
+#include <algorithm>
+
 namespace trellivar {
 
 namespace {
@@ -22,6 +24,11 @@ const std::vector<Output>& OutputLibrary::outputs() {
       tap("button3", Kind::pointingButton),
   };
   return outputs;
+}
+
+std::string OutputLibrary::glyph(const Output& output) {
+  const auto found = std::ranges::find(outputs(), output);
+  return found == outputs().end() ? "" : std::get<Output::Chord>(found->value).key.keyCode.text();
 }
 
 } // namespace trellivar

@@ -13,6 +13,7 @@ namespace {
 constexpr std::string_view languageKey = "appLanguage";
 constexpr std::string_view appearanceKey = "appAppearance";
 constexpr std::string_view startAtLoginKey = "startAtLogin";
+constexpr std::string_view finishedOnboardingKey = "hasFinishedOnboarding";
 constexpr std::string_view didAutoEnableKey = "didAutoEnableLoginItem";
 
 AppLanguage languageIn(const UserDefaults& defaults) {
@@ -57,6 +58,12 @@ void SettingsStore::setStartAtLogin(bool startAtLogin) {
 void SettingsStore::onStartAtLoginChanged(std::function<void(bool)> callback) {
   onStartAtLoginChanged_ = std::move(callback);
 }
+
+bool SettingsStore::hasFinishedOnboarding() const {
+  return defaults_->boolean(finishedOnboardingKey);
+}
+
+void SettingsStore::finishOnboarding() { defaults_->setBoolean(finishedOnboardingKey, true); }
 
 void SettingsStore::autoEnableLoginItemIfFirstTime() {
   if (defaults_->boolean(didAutoEnableKey)) return;

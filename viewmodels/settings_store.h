@@ -32,6 +32,10 @@ public:
   /// Receives each value that `setStartAtLogin` is given, equal ones included, after it is stored.
   void onStartAtLoginChanged(std::function<void(bool)> callback);
 
+  /// The user has gone through the first start, in this run or an earlier one.
+  bool hasFinishedOnboarding() const;
+  void finishOnboarding();
+
   /// Switches start at login on, the first time ever that it is called for these defaults; whoever
   /// switches it off later is not overridden.
   void autoEnableLoginItemIfFirstTime();

@@ -1,7 +1,6 @@
 #include "app/bridge/app_bridge.h"
 
 #include "app/bridge/text.h"
-#include "core/l10n.h"
 
 #include <QJSEngine>
 
@@ -11,16 +10,9 @@ namespace {
 
 AppBridge* existing = nullptr;
 
-QVariantMap textsIn(AppLanguage language) {
-  QVariantMap texts;
-  for (const L10n::Key key : L10n::allKeys)
-    texts.insert(qtText(L10n::rawValue(key)), qtText(L10n::text(key, language)));
-  return texts;
-}
-
 } // namespace
 
-AppBridge::AppBridge(AppRoot& root, PlatformServices& platform, QObject* parent)
+AppBridge::AppBridge(AppRoot& root, PlatformServices& platform, bool hasEngine, QObject* parent)
     : Refreshing(parent),
       root_(root),
       platform_(platform),
@@ -28,12 +20,14 @@ AppBridge::AppBridge(AppRoot& root, PlatformServices& platform, QObject* parent)
       mapping_(root),
       devices_(root),
       write_(root),
-      picker_(root) {
+      picker_(root),
+      note_(root, hasEngine) {
   existing = this;
   const SettingsStore& settings = root_.settings();
   watch(settings.language());
   watch(settings.appearance());
   watch(settings.startAtLogin());
+  watch(root_.isOnboarding());
   platform_.onAppearanceChanged([this] { later(); });
   refresh();
 }
@@ -57,11 +51,7 @@ void AppBridge::setStartAtLogin(bool startAtLogin) {
   root_.settings().setStartAtLogin(startAtLogin);
 }
 
-void AppBridge::finishOnboarding() {
-  if (!root_.onboarding().steps()->canContinue || !isOnboarding_) return;
-  isOnboarding_ = false;
-  Q_EMIT isOnboardingChanged();
-}
+void AppBridge::finishOnboarding() { root_.finishOnboarding(); }
 
 void AppBridge::openPermissionSettings(int step) {
   if (step == 0) {
@@ -70,6 +60,14 @@ void AppBridge::openPermissionSettings(int step) {
   } else {
     platform_.openSettings(PlatformServices::Page::inputMonitoring);
   }
+}
+
+void AppBridge::followNote() {
+  using Kind = NoteBridge::Kind;
+  const Kind kind = note_.kind();
+  if (kind == Kind::accessibility) openPermissionSettings(0);
+  if (kind == Kind::inputMonitoring) openPermissionSettings(1);
+  if (kind == Kind::undiscovered) openDiscovery();
 }
 
 void AppBridge::openDiscovery() {
@@ -89,14 +87,15 @@ void AppBridge::closeDiscovery() {
 void AppBridge::refresh() {
   const SettingsStore& settings = root_.settings();
   if (take(language_, qtText(settings.language()->rawValue()))) {
-    texts_ = textsIn(*settings.language());
-    Q_EMIT textsChanged();
+    Q_EMIT texts_.changed();
+    Q_EMIT languageChanged();
   }
   if (take(appearance_, qtText(rawValue(*settings.appearance())))) {
     platform_.setAppearance(*settings.appearance());
     Q_EMIT appearanceChanged();
   }
   if (take(isDark_, platform_.isDark())) Q_EMIT isDarkChanged();
+  if (take(isOnboarding_, *root_.isOnboarding())) Q_EMIT isOnboardingChanged();
   if (take(startAtLogin_, *settings.startAtLogin())) Q_EMIT startAtLoginChanged();
 }
 

@@ -3,16 +3,17 @@
 #include "app/bridge/devices_bridge.h"
 #include "app/bridge/discovery_bridge.h"
 #include "app/bridge/mapping_bridge.h"
+#include "app/bridge/note_bridge.h"
 #include "app/bridge/onboarding_bridge.h"
 #include "app/bridge/picker_bridge.h"
 #include "app/bridge/refreshing.h"
+#include "app/bridge/texts.h"
 #include "app/bridge/write_bridge.h"
 #include "app/platform/platform_services.h"
 #include "viewmodels/app_root.h"
 
 #include <QtQml/qqmlregistration.h>
 
-#include <QVariantMap>
 #include <memory>
 
 class QJSEngine;
@@ -25,10 +26,9 @@ class AppBridge : public Refreshing {
   Q_OBJECT
   QML_NAMED_ELEMENT(App)
   QML_SINGLETON
-  /// The texts of the current language, by key.
-  Q_PROPERTY(QVariantMap texts READ texts NOTIFY textsChanged)
+  Q_PROPERTY(trellivar::Texts* texts READ texts CONSTANT)
   /// "en" or "zh-Hans".
-  Q_PROPERTY(QString language READ language WRITE setLanguage NOTIFY textsChanged)
+  Q_PROPERTY(QString language READ language WRITE setLanguage NOTIFY languageChanged)
   /// "dark", "light" or "system".
   Q_PROPERTY(QString appearance READ appearance WRITE setAppearance NOTIFY appearanceChanged)
   /// What the appearance comes to now.
@@ -42,15 +42,18 @@ class AppBridge : public Refreshing {
   Q_PROPERTY(trellivar::DevicesBridge* devices READ devices CONSTANT)
   Q_PROPERTY(trellivar::WriteBridge* write READ write CONSTANT)
   Q_PROPERTY(trellivar::PickerBridge* picker READ picker CONSTANT)
+  Q_PROPERTY(trellivar::NoteBridge* note READ note CONSTANT)
   /// Null while the sheet is closed.
   Q_PROPERTY(trellivar::DiscoveryBridge* discovery READ discovery NOTIFY discoveryChanged)
 
 public:
-  AppBridge(AppRoot& root, PlatformServices& platform, QObject* parent = nullptr);
+  /// Without an engine keys can be edited, but are not remapped.
+  AppBridge(AppRoot& root, PlatformServices& platform, bool hasEngine = true,
+            QObject* parent = nullptr);
   /// The one that exists; the QML engine asks for it.
   static AppBridge* create(QQmlEngine* engine, QJSEngine* scripts);
 
-  QVariantMap texts() const { return texts_; }
+  Texts* texts() { return &texts_; }
   QString language() const { return language_; }
   void setLanguage(const QString& language);
   QString appearance() const { return appearance_; }
@@ -65,12 +68,15 @@ public:
   DevicesBridge* devices() { return &devices_; }
   WriteBridge* write() { return &write_; }
   PickerBridge* picker() { return &picker_; }
+  NoteBridge* note() { return &note_; }
   DiscoveryBridge* discovery() { return discovery_.get(); }
 
   /// The user goes on to the pad; ignored until everything is permitted.
   Q_INVOKABLE void finishOnboarding();
   /// Asks for what a step of the onboarding needs, 0 or 1, and opens the settings for it.
   Q_INVOKABLE void openPermissionSettings(int step);
+  /// Does what the button of the note offers.
+  Q_INVOKABLE void followNote();
   /// Opens the sheet for the active mode.
   Q_INVOKABLE void openDiscovery();
   Q_INVOKABLE void closeDiscovery();
@@ -78,7 +84,7 @@ public:
   void refresh() override;
 
 Q_SIGNALS:
-  void textsChanged();
+  void languageChanged();
   void appearanceChanged();
   void isDarkChanged();
   void startAtLoginChanged();
@@ -93,8 +99,9 @@ private:
   DevicesBridge devices_;
   WriteBridge write_;
   PickerBridge picker_;
+  NoteBridge note_;
   std::unique_ptr<DiscoveryBridge> discovery_;
-  QVariantMap texts_;
+  Texts texts_;
   QString language_;
   QString appearance_;
   bool isDark_ = false;

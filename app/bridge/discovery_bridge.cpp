@@ -4,6 +4,7 @@
 #include "core/l10n.h"
 
 #include <array>
+#include <chrono>
 #include <utility>
 
 namespace trellivar {
@@ -40,6 +41,12 @@ DiscoveryBridge::DiscoveryBridge(std::shared_ptr<DiscoveryViewModel> model,
 }
 
 QString DiscoveryBridge::mode() const { return qtText(model_->modeId()); }
+
+int DiscoveryBridge::listeningMilliseconds() const {
+  using std::chrono::milliseconds;
+  return static_cast<int>(
+      std::chrono::duration_cast<milliseconds>(DiscoveryViewModel::capturePeriod).count());
+}
 
 void DiscoveryBridge::checkPresence() { model_->checkPresence(); }
 

@@ -30,6 +30,8 @@ class DiscoveryBridge : public Refreshing {
   /// Roles: keyId, name, isCaptured, isAsked.
   Q_PROPERTY(trellivar::RowModel* keys READ keys CONSTANT)
   Q_PROPERTY(bool isCapturing READ isCapturing NOTIFY isCapturingChanged)
+  /// Of listening for a key.
+  Q_PROPERTY(int listeningMilliseconds READ listeningMilliseconds CONSTANT)
   Q_PROPERTY(QString error READ error NOTIFY errorChanged)
 
 public:
@@ -45,6 +47,7 @@ public:
   int keyId() const { return keyId_; }
   RowModel* keys() { return &keys_; }
   bool isCapturing() const { return isCapturing_; }
+  int listeningMilliseconds() const;
   QString error() const { return error_; }
 
   Q_INVOKABLE void checkPresence();

@@ -13,9 +13,9 @@ namespace trellivar {
 MappingBridge::MappingBridge(AppRoot& root, QObject* parent)
     : Refreshing(parent),
       root_(root),
-      keys_({"keyId", "legend", "caption", "label", "isBound", "isLearned", "isSelected"}),
+      keys_({"keyId", "legend", "glyph", "caption", "label", "isBound", "isLearned", "isSelected"}),
       modes_({"name", "isActive"}),
-      library_({"name", "isAssigned"}) {
+      library_({"name", "glyph", "isAssigned"}) {
   MappingViewModel& mapping = root_.mapping();
   watch(mapping.device());
   watch(mapping.profile());
@@ -75,15 +75,13 @@ void MappingBridge::refresh() {
   if (take(activeMode_, active ? qtText(active->name) : QString())) Q_EMIT activeModeChanged();
   if (take(selectedKey_, selected)) Q_EMIT selectedKeyChanged();
   if (take(title_, qtText(selectionTitle(mapping)))) Q_EMIT titleChanged();
-  if (take(legend_, bound ? qtText(outputLabel(bound->output)) : QString())) Q_EMIT legendChanged();
+  bool isOther = take(legend_, bound ? qtText(outputLabel(bound->output)) : QString());
+  isOther |= take(glyph_, bound ? qtText(OutputLibrary::glyph(bound->output)) : QString());
+  if (isOther) Q_EMIT legendChanged();
   if (take(canAssign_, mapping.hasSignature(selected))) Q_EMIT canAssignChanged();
   if (take(isRecording_, *mapping.isRecording())) Q_EMIT isRecordingChanged();
   if (take(isLearning_, *mapping.isLearning())) Q_EMIT isLearningChanged();
   if (take(error_, qtText(mapping.lastError()->value_or("")))) Q_EMIT errorChanged();
-  if (take(isUndiscovered_, root_.isUndiscovered())) Q_EMIT isUndiscoveredChanged();
-  if (take(undiscoveredTitle_,
-           qtText(L10n::t(L10n::Key::undiscoveredTitle, activeMode_.toStdString()))))
-    Q_EMIT undiscoveredTitleChanged();
   if (take(learnText_, qtText(L10n::t(L10n::Key::captureKeyN, selected))))
     Q_EMIT learnTextChanged();
 }
@@ -92,8 +90,8 @@ void MappingBridge::refreshLists() {
   const MappingViewModel& mapping = root_.mapping();
   QList<RowModel::Row> keys;
   for (const KeyView& key : keyViews(mapping))
-    keys.append({key.id, qtText(key.legend), qtText(key.caption), qtText(key.label), key.isBound,
-                 key.isLearned, key.isSelected});
+    keys.append({key.id, qtText(key.legend), qtText(key.glyph), qtText(key.caption),
+                 qtText(key.label), key.isBound, key.isLearned, key.isSelected});
   keys_.setRows(keys);
 
   QList<RowModel::Row> modes;
@@ -104,7 +102,8 @@ void MappingBridge::refreshLists() {
   const auto bound = mapping.mapping(mapping.selectedKeyId()->value_or(0));
   QList<RowModel::Row> library;
   for (const Output& output : OutputLibrary::outputs())
-    library.append({qtText(outputLabel(output)), bound && bound->output == output});
+    library.append({qtText(outputLabel(output)), qtText(OutputLibrary::glyph(output)),
+                    bound && bound->output == output});
   library_.setRows(library);
 }
 

@@ -13,17 +13,18 @@ class MappingBridge : public Refreshing {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("Given by App")
-  /// Roles: keyId, legend, caption, label, isBound, isLearned, isSelected.
+  /// Roles: keyId, legend, glyph, caption, label, isBound, isLearned, isSelected.
   Q_PROPERTY(trellivar::RowModel* keys READ keys CONSTANT)
   /// Roles: name, isActive.
   Q_PROPERTY(trellivar::RowModel* modes READ modes CONSTANT)
-  /// The ready outputs. Roles: name, isAssigned.
+  /// The ready outputs. Roles: name, glyph, isAssigned.
   Q_PROPERTY(trellivar::RowModel* library READ library CONSTANT)
   Q_PROPERTY(QString activeMode READ activeMode NOTIFY activeModeChanged)
   /// 0 without a selection.
   Q_PROPERTY(int selectedKey READ selectedKey NOTIFY selectedKeyChanged)
   Q_PROPERTY(QString title READ title NOTIFY titleChanged)
   Q_PROPERTY(QString legend READ legend NOTIFY legendChanged)
+  Q_PROPERTY(QString glyph READ glyph NOTIFY legendChanged)
   /// What the selected key sends is known, so that it can be bound.
   Q_PROPERTY(bool canAssign READ canAssign NOTIFY canAssignChanged)
   Q_PROPERTY(bool isRecording READ isRecording NOTIFY isRecordingChanged)
@@ -32,8 +33,6 @@ class MappingBridge : public Refreshing {
   Q_PROPERTY(int listeningMilliseconds READ listeningMilliseconds NOTIFY isRecordingChanged)
   /// Empty without one.
   Q_PROPERTY(QString error READ error NOTIFY errorChanged)
-  Q_PROPERTY(bool isUndiscovered READ isUndiscovered NOTIFY isUndiscoveredChanged)
-  Q_PROPERTY(QString undiscoveredTitle READ undiscoveredTitle NOTIFY undiscoveredTitleChanged)
   Q_PROPERTY(QString learnText READ learnText NOTIFY learnTextChanged)
 
 public:
@@ -46,13 +45,12 @@ public:
   int selectedKey() const { return selectedKey_; }
   QString title() const { return title_; }
   QString legend() const { return legend_; }
+  QString glyph() const { return glyph_; }
   bool canAssign() const { return canAssign_; }
   bool isRecording() const { return isRecording_; }
   bool isLearning() const { return isLearning_; }
   int listeningMilliseconds() const;
   QString error() const { return error_; }
-  bool isUndiscovered() const { return isUndiscovered_; }
-  QString undiscoveredTitle() const { return undiscoveredTitle_; }
   QString learnText() const { return learnText_; }
 
   /// 0 selects none.
@@ -77,8 +75,6 @@ Q_SIGNALS:
   void isRecordingChanged();
   void isLearningChanged();
   void errorChanged();
-  void isUndiscoveredChanged();
-  void undiscoveredTitleChanged();
   void learnTextChanged();
 
 private:
@@ -92,12 +88,11 @@ private:
   int selectedKey_ = 0;
   QString title_;
   QString legend_;
+  QString glyph_;
   bool canAssign_ = false;
   bool isRecording_ = false;
   bool isLearning_ = false;
   QString error_;
-  bool isUndiscovered_ = false;
-  QString undiscoveredTitle_;
   QString learnText_;
 };
 

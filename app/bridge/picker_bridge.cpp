@@ -1,12 +1,13 @@
 #include "app/bridge/picker_bridge.h"
 
 #include "app/bridge/text.h"
+#include "app/bridge/typed_key.h"
 #include "core/l10n.h"
 #include "viewmodels/keyboard_layout.h"
 #include "viewmodels/shortcut_composer.h"
 
-#include <QVariantMap>
 #include <algorithm>
+#include <utility>
 
 namespace trellivar {
 
@@ -21,22 +22,8 @@ struct SpokenName {
   std::string operator()(KeyDef::Role::Spacer) const { return {}; }
 };
 
-QVariantList keyboardRows() {
-  QVariantList rows;
-  for (const auto& row : KeyboardLayout::rows()) {
-    QVariantList keys;
-    for (const KeyDef& def : row) {
-      QString name = qtText(std::visit(SpokenName{}, def.role.value));
-      keys.append(
-          QVariantMap{{"keyId", qtText(def.id)},
-                      {"label", qtText(def.label)},
-                      {"name", name.replace('_', ' ')},
-                      {"width", def.width},
-                      {"isSpacer", std::holds_alternative<KeyDef::Role::Spacer>(def.role.value)}});
-    }
-    rows.append(QVariant(keys));
-  }
-  return rows;
+QString spokenName(const KeyDef& def) {
+  return qtText(std::visit(SpokenName{}, def.role.value)).replace('_', ' ');
 }
 
 const KeyDef* keyDef(const std::string& id) {
@@ -49,19 +36,38 @@ const KeyDef* keyDef(const std::string& id) {
 
 } // namespace
 
-PickerBridge::PickerBridge(AppRoot& root, QObject* parent)
-    : Refreshing(parent), root_(root), rows_(keyboardRows()) {
+PickerBridge::PickerBridge(AppRoot& root, QObject* parent) : Refreshing(parent), root_(root) {
+  for (std::size_t i = 0; i < KeyboardLayout::rows().size(); ++i)
+    rows_.emplace_back(
+        QList<QByteArray>{"keyId", "label", "name", "units", "isSpacer", "isChosen"});
+  showChosen();
   watch(root_.mapping().selectedKeyId());
   watch(root_.settings().language());
   refresh();
 }
 
-QStringList PickerBridge::chosen() const {
-  QStringList ids;
-  for (const Modifier modifier : modifiers_)
-    ids.append("mod-" + qtText(modifier.rawValue()));
-  if (base_) ids.append(base_->id);
-  return ids;
+QVariantList PickerBridge::rows() {
+  QVariantList rows;
+  for (RowModel& row : rows_)
+    rows.append(QVariant::fromValue(&row));
+  return rows;
+}
+
+bool PickerBridge::isChosen(const KeyDef& def) const {
+  const auto* held = std::get_if<KeyDef::Role::Modifier>(&def.role.value);
+  if (held) return std::ranges::find(modifiers_, held->modifier) != modifiers_.end();
+  return base_ && base_->id == qtText(def.id);
+}
+
+void PickerBridge::showChosen() {
+  for (std::size_t i = 0; i < rows_.size(); ++i) {
+    QList<RowModel::Row> keys;
+    for (const KeyDef& def : KeyboardLayout::rows()[i])
+      keys.append({qtText(def.id), qtText(def.label), spokenName(def), def.width,
+                   std::holds_alternative<KeyDef::Role::Spacer>(def.role.value), isChosen(def)});
+    rows_[i].setRows(keys);
+  }
+  Q_EMIT chosenChanged();
 }
 
 QString PickerBridge::preview() const {
@@ -71,10 +77,12 @@ QString PickerBridge::preview() const {
 
 bool PickerBridge::canAssign() const { return !modifiers_.empty() || base_; }
 
-void PickerBridge::reset() {
+void PickerBridge::begin() {
+  root_.mapping().endActiveCapture();
   modifiers_.clear();
   base_.reset();
-  Q_EMIT chosenChanged();
+  loneModifier_ = 0;
+  showChosen();
 }
 
 void PickerBridge::toggle(const QString& keyId) {
@@ -88,7 +96,30 @@ void PickerBridge::toggle(const QString& keyId) {
     else
       base_ = Base{keyId, base->key, def->label};
   }
-  Q_EMIT chosenChanged();
+  showChosen();
+}
+
+bool PickerBridge::press(int key, int modifiers) {
+  const bool isModifier = TypedKey::modifier(key).has_value();
+  loneModifier_ = isModifier ? key : 0;
+  const auto base = TypedKey::base(key);
+  if (!base) return isModifier;
+  for (const Modifier held : TypedKey::modifiers(Qt::KeyboardModifiers::fromInt(modifiers))) {
+    const bool isThere = std::ranges::any_of(modifiers_, [held](Modifier chosen) {
+      return chosen == held || chosen == held.oppositeSide();
+    });
+    if (!isThere) modifiers_.push_back(held);
+  }
+  base_.reset(); // or a repeated key would be toggled
+  toggle(*base);
+  return true;
+}
+
+bool PickerBridge::release(int key) {
+  const bool isAlone = std::exchange(loneModifier_, 0) == key;
+  const auto modifier = TypedKey::modifier(key);
+  if (isAlone && modifier) toggle("mod-" + qtText(modifier->rawValue()));
+  return modifier.has_value();
 }
 
 void PickerBridge::assign() {

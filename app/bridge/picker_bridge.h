@@ -1,26 +1,29 @@
 #pragma once
 
 #include "app/bridge/refreshing.h"
+#include "app/bridge/row_model.h"
 #include "viewmodels/app_root.h"
 
 #include <QtQml/qqmlregistration.h>
 
-#include <QStringList>
 #include <QVariantList>
+#include <deque>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace trellivar {
+
+struct KeyDef;
 
 /// The keyboard on which a shortcut is composed for the selected key.
 class PickerBridge : public Refreshing {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("Given by App")
-  /// A list for each row of keys of {keyId, label, name, width, isSpacer}.
+  /// The rows of keys. Roles of a row: keyId, label, name, units (its width in plain keys),
+  /// isSpacer, isChosen.
   Q_PROPERTY(QVariantList rows READ rows CONSTANT)
-  /// The ids of the keys that are chosen.
-  Q_PROPERTY(QStringList chosen READ chosen NOTIFY chosenChanged)
   Q_PROPERTY(QString preview READ preview NOTIFY chosenChanged)
   Q_PROPERTY(bool canAssign READ canAssign NOTIFY chosenChanged)
   Q_PROPERTY(QString assignText READ assignText NOTIFY assignTextChanged)
@@ -28,16 +31,20 @@ class PickerBridge : public Refreshing {
 public:
   explicit PickerBridge(AppRoot& root, QObject* parent = nullptr);
 
-  QVariantList rows() const { return rows_; }
-  QStringList chosen() const;
+  QVariantList rows();
   QString preview() const;
   bool canAssign() const;
   QString assignText() const { return assignText_; }
 
-  /// Begins anew, with nothing chosen.
-  Q_INVOKABLE void reset();
+  /// Begins with nothing chosen. What is being learned or recorded ends, since both would hear what
+  /// is typed here.
+  Q_INVOKABLE void begin();
   /// Latches or unlatches a modifier; makes another key the only one, or none when it is already.
   Q_INVOKABLE void toggle(const QString& keyId);
+  /// A key of the real keyboard goes down: with the modifiers that are held it is chosen. A
+  /// modifier that is pressed and released alone is toggled. Both answer whether the key is taken.
+  Q_INVOKABLE bool press(int key, int modifiers);
+  Q_INVOKABLE bool release(int key);
   /// Binds the selected key to what is chosen.
   Q_INVOKABLE void assign();
 
@@ -54,10 +61,14 @@ private:
     std::string label;
   };
 
+  bool isChosen(const KeyDef& def) const;
+  void showChosen();
+
   AppRoot& root_;
-  QVariantList rows_;
+  std::deque<RowModel> rows_;
   std::vector<Modifier> modifiers_;
   std::optional<Base> base_;
+  int loneModifier_ = 0; ///< the key that is down, and no other with it
   QString assignText_;
 };
 

@@ -2,6 +2,8 @@
 
 #include "viewmodels/published.h"
 
+#include <QtQml/qqmlregistration.h>
+
 #include <QObject>
 #include <QTimer>
 #include <functional>
@@ -14,6 +16,7 @@ namespace trellivar {
 /// a change, so that a burst of changes is one, and nothing is read before it is stored.
 class Refreshing : public QObject {
   Q_OBJECT
+  QML_ANONYMOUS
 
 public:
   using QObject::QObject;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtQml/qqmlregistration.h>
+
 #include <QAbstractListModel>
 #include <QByteArray>
 #include <QList>
@@ -10,6 +12,7 @@ namespace trellivar {
 /// A list whose rows are values under named roles. Setting it anew tells views only what differs.
 class RowModel : public QAbstractListModel {
   Q_OBJECT
+  QML_ANONYMOUS
 
 public:
   using Row = QVariantList; ///< a value for each role

@@ -23,8 +23,12 @@ QString linkName(Link link) {
 } // namespace
 
 DeskBridge::DeskBridge(DeskSession& session, QObject* parent)
-    : QObject(parent), session_(session), received_({"text", "isFromEngine"}) {
+    : QObject(parent),
+      session_(session),
+      keys_({"keyId", "isDown"}),
+      received_({"text", "isFromEngine"}) {
   existing = this;
+  showKeys();
   session_.machine().desk.events().setReceiver(
       [this](const desk::Received& received) { hear(received); });
 }
@@ -42,16 +46,27 @@ bool DeskBridge::isInputMonitoringGranted() const {
 }
 
 void DeskBridge::press(int keyId) {
-  if (pressed_.contains(keyId)) return;
+  if (!pressed_.insert(keyId).second) return;
   session_.act([keyId](desk::Machine& machine) { machine.pad.press(keyId); });
-  pressed_.append(keyId);
-  Q_EMIT padChanged();
+  showKeys();
 }
 
 void DeskBridge::release(int keyId) {
-  if (pressed_.removeAll(keyId) == 0) return;
+  if (pressed_.erase(keyId) == 0) return;
   session_.act([keyId](desk::Machine& machine) { machine.pad.release(keyId); });
-  Q_EMIT padChanged();
+  showKeys();
+}
+
+void DeskBridge::releaseAll() {
+  while (!pressed_.empty())
+    release(*pressed_.begin());
+}
+
+void DeskBridge::showKeys() {
+  QList<RowModel::Row> rows;
+  for (const int keyId : desk::Pad::keyIds)
+    rows.append({keyId, pressed_.contains(keyId)});
+  keys_.setRows(rows);
 }
 
 void DeskBridge::setMode(const QString& mode) {

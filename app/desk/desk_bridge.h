@@ -4,7 +4,8 @@
 
 #include <QtQml/qqmlregistration.h>
 
-#include <QStringList>
+#include <QString>
+#include <set>
 
 class QJSEngine;
 class QQmlEngine;
@@ -27,8 +28,8 @@ class DeskBridge : public QObject {
   Q_PROPERTY(QString mode READ mode NOTIFY padChanged)
   /// "usb", "bluetooth" or "away".
   Q_PROPERTY(QString link READ link NOTIFY padChanged)
-  /// The pad's keys that are down, by id.
-  Q_PROPERTY(QList<int> pressed READ pressed NOTIFY padChanged)
+  /// The keys of the pad. Roles: keyId, isDown.
+  Q_PROPERTY(trellivar::RowModel* keys READ keys CONSTANT)
   Q_PROPERTY(bool isAccessibilityGranted READ isAccessibilityGranted NOTIFY permissionsChanged)
   Q_PROPERTY(bool isInputMonitoringGranted READ isInputMonitoringGranted NOTIFY permissionsChanged)
   /// What applications received, the newest last. Roles: text, isFromEngine.
@@ -40,13 +41,15 @@ public:
 
   QString mode() const;
   QString link() const;
-  QList<int> pressed() const { return pressed_; }
+  RowModel* keys() { return &keys_; }
   bool isAccessibilityGranted() const;
   bool isInputMonitoringGranted() const;
   RowModel* received() { return &received_; }
 
   Q_INVOKABLE void press(int keyId);
   Q_INVOKABLE void release(int keyId);
+  /// Releases all keys of the pad that are down.
+  Q_INVOKABLE void releaseAll();
   Q_INVOKABLE void setMode(const QString& mode);
   Q_INVOKABLE void setLink(const QString& link);
   Q_INVOKABLE void setAccessibilityGranted(bool granted);
@@ -61,10 +64,12 @@ Q_SIGNALS:
   void permissionsChanged();
 
 private:
+  void showKeys();
   void hear(const desk::Received& received);
 
   DeskSession& session_;
-  QList<int> pressed_;
+  std::set<int> pressed_;
+  RowModel keys_;
   RowModel received_;
 };
 

@@ -9,7 +9,7 @@ Button {
     property bool isPrimary: false
     property bool isPlain: false
 
-    implicitHeight: Theme.controlHeight
+    implicitHeight: Math.max(Theme.controlHeight, implicitContentHeight + topPadding + bottomPadding)
     leftPadding: Theme.unit * 2
     rightPadding: Theme.unit * 2
     font.pixelSize: Theme.body
@@ -26,26 +26,21 @@ Button {
         color: button.isPrimary ? Theme.textOnAccent : button.isPlain ? Theme.accent : Theme.text
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
+        wrapMode: Text.Wrap
     }
     background: Rectangle {
         radius: Theme.radius
         color: {
             if (button.isPrimary)
-                return button.down ? Qt.darker(Theme.accent, 1.15) : button.hovered ? Qt.lighter(Theme.accent, 1.08) : Theme.accent;
+                return button.down ? Qt.darker(Theme.accent, 1.12) : button.hovered ? Qt.lighter(Theme.accent, 1.08) : Theme.accent;
             if (button.down || button.hovered)
                 return Theme.hovered;
             return button.isPlain ? "transparent" : Theme.raised;
         }
-        border.width: button.isPrimary || button.isPlain ? 0 : 1
+        border.width: button.isPrimary || button.isPlain || Theme.isDark ? 0 : 1
         border.color: Theme.line
 
-        Rectangle {
-            anchors.fill: parent
-            anchors.margins: -3
-            radius: parent.radius + 3
-            color: "transparent"
-            border.width: Theme.focusWidth
-            border.color: Theme.accent
+        FocusRing {
             visible: button.visualFocus
         }
     }

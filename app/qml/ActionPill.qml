@@ -11,7 +11,6 @@ AbstractButton {
     required property string label
     required property bool isBound
     required property bool isSelected
-    required property real leader
     property bool isEditing: false
 
     function edit() {
@@ -28,9 +27,9 @@ AbstractButton {
     }
 
     // It is as wide as its caption asks for, centred on its key.
-    leftInset: isEditing ? 0 : Math.max(0, Math.min(width * 0.18, (width - contentItem.implicitWidth) / 2 - Theme.unit * 2))
+    leftInset: isEditing ? 0 : Math.max(0, Math.min(width * 0.18, (width - implicitContentWidth) / 2 - Theme.unit * 2))
     rightInset: leftInset
-    implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
     padding: Theme.unit
     hoverEnabled: true
     text: caption
@@ -57,13 +56,14 @@ AbstractButton {
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
         wrapMode: Text.Wrap
+        // The panel shows what people write beyond that.
         maximumLineCount: 2
         elide: Text.ElideRight
     }
     background: Rectangle {
-        radius: Math.min(height / 2, Theme.radius * 2)
+        radius: Math.min(height / 2, Theme.largeRadius)
         color: pill.isEditing ? Theme.panel : pill.isSelected ? Theme.accentQuiet : pill.hovered || pill.down ? Theme.hovered : Theme.raised
-        border.width: 1
+        border.width: pill.isSelected || pill.isEditing || !Theme.isDark ? 1 : 0
         border.color: pill.isSelected || pill.isEditing ? Theme.accent : Theme.line
 
         FocusRing {
@@ -72,11 +72,11 @@ AbstractButton {
         }
     }
     Rectangle {
-        // The leader line down to the key.
+        // The line down to the key.
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.top: parent.bottom
         width: 1
-        height: pill.leader
+        height: (pill.parent?.parent as CaptionRow)?.leader ?? 0
         color: pill.isSelected ? Theme.accent : Theme.quietText
         opacity: pill.isSelected ? 1 : 0.5
     }

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Trellivar
 
@@ -35,16 +34,23 @@ FocusScope {
             implicitHeight: 1
             color: Theme.line
         }
-        Flow {
+        ArrowKeys {
             Layout.fillWidth: true
             visible: App.mapping.canAssign
-            spacing: Theme.unit * 0.75
+            implicitHeight: library.implicitHeight
 
-            Repeater {
-                model: App.mapping.library
+            Flow {
+                id: library
 
-                LibraryItem {
-                    onClicked: App.mapping.assign(index)
+                width: parent.width
+                spacing: Theme.unit
+
+                Repeater {
+                    model: App.mapping.library
+
+                    LibraryItem {
+                        onClicked: App.mapping.assign(index)
+                    }
                 }
             }
         }

@@ -1,9 +1,10 @@
 import QtQuick
 import QtQuick.Layouts
+import QtQuick.Templates as T
 import Trellivar
 
 // What the selected key does, and what it could do instead.
-Item {
+ScrollPanel {
     id: panel
 
     signal pickerRequested
@@ -11,43 +12,26 @@ Item {
     readonly property bool isListening: App.mapping.isRecording || App.mapping.isLearning
     readonly property bool hasSelection: App.mapping.selectedKey > 0
 
+    // Whoever began with the keyboard sees afterwards where the keyboard is.
+    property int reason: Qt.OtherFocusReason
+
     onIsListeningChanged: {
-        if (isListening)
+        if (isListening) {
+            reason = (focused as T.Control)?.visualFocus ? Qt.TabFocusReason : Qt.OtherFocusReason;
             listening.listen();
-        else if (listening.activeFocus)
-            controls.forceActiveFocus(Qt.OtherFocusReason);
+        } else if (listening.activeFocus) {
+            controls.forceActiveFocus(reason);
+        }
     }
 
     ColumnLayout {
-        anchors.fill: parent
+        width: panel.width
+        height: Math.max(panel.height, implicitHeight)
         spacing: Theme.unit * 2
 
-        ColumnLayout {
+        SelectionTitle {
             Layout.fillWidth: true
             visible: panel.hasSelection
-            spacing: Theme.unit
-
-            Text {
-                Layout.fillWidth: true
-                text: App.mapping.title
-                color: Theme.quietText
-                font.pixelSize: Theme.body
-                wrapMode: Text.Wrap
-                maximumLineCount: 2
-                elide: Text.ElideRight
-                Accessible.role: Accessible.Heading
-                Accessible.name: text
-            }
-            Text {
-                Layout.fillWidth: true
-                text: App.mapping.legend || App.texts.empty
-                color: App.mapping.legend ? Theme.text : Theme.quietText
-                font.pixelSize: Theme.large
-                font.weight: Font.DemiBold
-                wrapMode: Text.Wrap
-                maximumLineCount: 2
-                elide: Text.ElideRight
-            }
         }
         NoSelection {
             Layout.fillWidth: true
@@ -77,7 +61,7 @@ Item {
             visible: text.length > 0
             text: App.mapping.error
             color: Theme.error
-            font.pixelSize: Theme.small
+            font.pixelSize: Theme.body
             wrapMode: Text.Wrap
             Accessible.role: Accessible.AlertMessage
             Accessible.name: text

@@ -6,43 +6,43 @@ import Trellivar
 RowLayout {
     Segmented {
         name: "Mode"
-        choices: [
-            {
-                value: "P",
-                text: "P"
-            },
-            {
-                value: "M",
-                text: "M"
-            },
-            {
-                value: "R",
-                text: "R"
-            }
-        ]
-        value: Desk.mode
-        onChosen: value => Desk.setMode(value)
+
+        Segment {
+            text: "P"
+            isChosen: Desk.mode === text
+            onClicked: Desk.setMode(text)
+        }
+        Segment {
+            text: "M"
+            isChosen: Desk.mode === text
+            onClicked: Desk.setMode(text)
+        }
+        Segment {
+            text: "R"
+            isChosen: Desk.mode === text
+            onClicked: Desk.setMode(text)
+        }
     }
     Item {
         Layout.fillWidth: true
     }
     Segmented {
         name: "Connection"
-        choices: [
-            {
-                value: "usb",
-                text: "Cable"
-            },
-            {
-                value: "bluetooth",
-                text: "Bluetooth"
-            },
-            {
-                value: "away",
-                text: "Away"
-            }
-        ]
-        value: Desk.link
-        onChosen: value => Desk.setLink(value)
+
+        Segment {
+            text: "Cable"
+            isChosen: Desk.link === "usb"
+            onClicked: Desk.setLink("usb")
+        }
+        Segment {
+            text: "Bluetooth"
+            isChosen: Desk.link === "bluetooth"
+            onClicked: Desk.setLink("bluetooth")
+        }
+        Segment {
+            text: "Away"
+            isChosen: Desk.link === "away"
+            onClicked: Desk.setLink("away")
+        }
     }
 }

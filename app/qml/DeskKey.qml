@@ -7,18 +7,24 @@ AbstractButton {
     id: key
 
     required property int keyId
+    required property bool isDown
 
+    height: parent ? parent.height : 0
+    width: height
     Accessible.role: Accessible.Button
     Accessible.name: "Pad key " + keyId
     onPressed: Desk.press(keyId)
     onReleased: Desk.release(keyId)
     onCanceled: Desk.release(keyId)
 
-    contentItem: CapSketch {
-        legend: key.keyId
-        isDown: Desk.pressed.includes(key.keyId)
-
+    contentItem: Keycap {
+        number: key.keyId
+        isSunk: key.isDown
+        isLit: key.isDown
+    }
+    background: Item {
         FocusRing {
+            cornerRadius: key.width * 0.13
             visible: key.visualFocus
         }
     }

@@ -2,7 +2,7 @@ import QtQuick
 import Trellivar
 
 // The pad, whose keys are pressed with the mouse, with Space, or with the keys 1, 2 and 3.
-PadSketch {
+PadBody {
     id: pad
 
     property bool isWindowActive: true
@@ -26,16 +26,13 @@ PadSketch {
 
     // The release of a key that is held while the window loses the focus goes elsewhere.
     onIsWindowActiveChanged: if (!isWindowActive)
-        Desk.pressed.forEach(key => Desk.release(key))
+        Desk.releaseAll()
     mode: Desk.mode
+    link: Desk.link === "bluetooth" ? "wireless" : Desk.link
 
     Repeater {
-        model: pad.digits.length
+        model: Desk.keys
 
-        DeskKey {
-            required property int index
-
-            keyId: index + 1
-        }
+        DeskKey {}
     }
 }

@@ -43,7 +43,7 @@ ColumnLayout {
             clip: true
             activeFocusOnTab: true
             model: Desk.received
-            onCountChanged: Qt.callLater(list.positionViewAtEnd)
+            onCountChanged: positionViewAtEnd()
             Keys.onUpPressed: flick(0, Theme.unit * 60)
             Keys.onDownPressed: flick(0, -Theme.unit * 60)
             Accessible.role: Accessible.List

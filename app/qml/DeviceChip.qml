@@ -1,22 +1,16 @@
 import QtQuick
 import QtQuick.Controls.Basic
-import QtQuick.Layouts
 import Trellivar
 
 // How the pad is connected; opened, it explains what that means.
 AbstractButton {
     id: chip
 
-    readonly property var lights: ({
-            "usb": Theme.success,
-            "wireless": Theme.accent,
-            "none": Theme.quietText
-        })
-
-    implicitHeight: Theme.controlHeight
-    implicitWidth: contentItem.implicitWidth + leftPadding + rightPadding
-    leftPadding: Theme.unit * 1.5
+    implicitHeight: Math.max(Theme.controlHeight, implicitContentHeight + Theme.unit)
+    implicitWidth: Math.ceil(metrics.advanceWidth) + leftPadding + rightPadding
+    leftPadding: Theme.unit * 3.5
     rightPadding: Theme.unit * 2
+    font.pixelSize: Theme.body
     hoverEnabled: true
     text: App.devices.chipText
     Accessible.role: Accessible.ButtonMenu
@@ -26,30 +20,34 @@ AbstractButton {
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 
-    contentItem: RowLayout {
-        spacing: Theme.unit
-
-        StatusDot {
-            color: chip.lights[App.devices.link] ?? Theme.quietText
-        }
-        Text {
-            text: chip.text
-            color: Theme.text
-            font.pixelSize: Theme.body
-        }
+    contentItem: Text {
+        text: chip.text
+        color: Theme.text
+        font: chip.font
+        verticalAlignment: Text.AlignVCenter
+        wrapMode: Text.Wrap
     }
     background: Rectangle {
-        radius: height / 2
+        radius: Theme.largeRadius
         color: chip.hovered || chip.down || popover.opened ? Theme.hovered : Theme.raised
-        border.width: 1
-        border.color: Theme.line
 
+        StatusDot {
+            x: Theme.unit * 1.5
+            anchors.verticalCenter: parent.verticalCenter
+            color: Theme.linkColor(App.devices.link)
+        }
         FocusRing {
             cornerRadius: parent.radius
             visible: chip.visualFocus
         }
     }
 
+    TextMetrics {
+        id: metrics
+
+        text: chip.text
+        font: chip.font
+    }
     DevicePopover {
         id: popover
 

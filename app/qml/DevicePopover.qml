@@ -4,12 +4,9 @@ import QtQuick.Layouts
 import Trellivar
 
 // What the way in which the pad is connected means, and another look for it.
-Popup {
-    id: popover
-
+FloatingPanel {
     width: Theme.popoverWidth
     padding: Theme.unit * 2
-    focus: true
     closePolicy: Popup.CloseOnEscape | Popup.CloseOnPressOutsideParent
 
     background: Item {
@@ -26,23 +23,6 @@ Popup {
             border.color: Theme.line
         }
     }
-    enter: Transition {
-        NumberAnimation {
-            property: "opacity"
-            from: 0
-            to: 1
-            duration: Theme.motion
-        }
-    }
-    exit: Transition {
-        NumberAnimation {
-            property: "opacity"
-            from: 1
-            to: 0
-            duration: Theme.motion
-        }
-    }
-
     contentItem: ColumnLayout {
         spacing: Theme.unit * 2
 
@@ -55,7 +35,6 @@ Popup {
             wrapMode: Text.Wrap
         }
         ActionButton {
-            focus: true
             text: App.texts.refresh
             onClicked: App.devices.lookAgain()
         }

@@ -1,47 +1,53 @@
 import QtQuick
+import QtQuick.Layouts
 import Trellivar
 
 // The pad with what is asked for marked on it: its switch, or a key. Keys that are known have a tick, and
 // what they send below the pad.
-Column {
+ColumnLayout {
     id: view
 
     required property string step
-    readonly property int columnWidth: Theme.unit * 14
 
-    spacing: Theme.unit
+    spacing: Theme.unit * 2
 
-    PadSketch {
-        anchors.horizontalCenter: parent.horizontalCenter
+    PadBody {
+        id: pad
+
+        Layout.alignment: Qt.AlignHCenter
         mode: App.discovery?.mode ?? ""
+        link: App.devices.link
         isSwitchMarked: view.step === "flipSwitch"
 
         Repeater {
             model: App.discovery?.keys ?? null
 
-            CapSketch {
+            Keycap {
                 required property int keyId
                 required property bool isCaptured
                 required property bool isAsked
 
-                legend: keyId
-                isMarked: isAsked
+                height: parent ? parent.height : 0
+                width: height
+                number: keyId
+                isSelected: isAsked
                 isTicked: isCaptured
             }
         }
     }
-    Row {
-        anchors.horizontalCenter: parent.horizontalCenter
+    RowLayout {
+        Layout.fillWidth: true
+        spacing: Theme.unit
 
         Repeater {
             model: App.discovery?.keys ?? null
 
             Text {
-                required property int keyId
                 required property string name
                 required property bool isCaptured
 
-                width: view.columnWidth
+                Layout.fillWidth: true
+                Layout.preferredWidth: 1
                 text: isCaptured ? "✓ " + name : " "
                 color: Theme.success
                 font.pixelSize: Theme.small

@@ -8,6 +8,8 @@ Sheet {
 
     readonly property string step: App.discovery?.step ?? ""
     readonly property string error: App.discovery?.error ?? ""
+    readonly property bool isCapturing: App.discovery?.isCapturing ?? false
+    readonly property int askedKey: App.discovery?.keyId ?? 0
     // What the button does in each step.
     readonly property var actions: ({
             flipSwitch: () => App.discovery.checkPresence(),
@@ -18,19 +20,13 @@ Sheet {
 
     title: App.discovery?.sheetTitle ?? ""
     width: Theme.unit * 60
-    onOpened: action.forceActiveFocus(Qt.TabFocusReason)
+    entry: action
     onClosed: App.closeDiscovery()
+    // A key that is asked for is listened for.
+    onAskedKeyChanged: App.discovery?.capture()
 
-    Connections {
-        target: App.discovery
-
-        // A key that is asked for is listened for.
-        function onStepChanged() {
-            App.discovery.capture();
-        }
-    }
     DiscoveryPad {
-        Layout.alignment: Qt.AlignHCenter
+        Layout.fillWidth: true
         step: sheet.step
     }
     DiscoveryTask {
@@ -51,19 +47,34 @@ Sheet {
         Layout.fillWidth: true
         implicitHeight: Theme.controlHeight
 
-        Listening {
+        Row {
             anchors.centerIn: parent
-            visible: App.discovery?.isCapturing ?? false
+            visible: sheet.isCapturing
+            spacing: Theme.unit
+
+            TimeRing {
+                width: Theme.unit * 3
+                height: width
+                period: App.discovery?.listeningMilliseconds ?? 0
+            }
+            Text {
+                anchors.verticalCenter: parent.verticalCenter
+                text: App.texts.listening
+                color: Theme.text
+                font.pixelSize: Theme.body
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
         }
         ActionButton {
             id: action
 
             anchors.centerIn: parent
-            visible: !(App.discovery?.isCapturing ?? true)
+            visible: !sheet.isCapturing
             text: App.discovery?.action ?? ""
             isPrimary: true
             onVisibleChanged: if (visible)
-                forceActiveFocus(Qt.TabFocusReason)
+                forceActiveFocus(sheet.reason)
             onClicked: sheet.actions[sheet.step]()
         }
     }

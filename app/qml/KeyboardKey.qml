@@ -24,23 +24,23 @@ AbstractButton {
     contentItem: Text {
         text: key.label
         font: key.font
-        color: key.isChosen ? Theme.textOnAccent : Theme.text
+        color: key.isChosen ? Theme.textOnAccent : Theme.capText
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
     }
     background: Rectangle {
         visible: !key.isSpacer
-        radius: Theme.radius / 2
-        color: Theme.capEdge
+        radius: Theme.radius * 0.75
+        color: key.isChosen ? Theme.accent : Theme.capFoot
 
         Rectangle {
             width: parent.width
             height: parent.height - 2
             y: key.down ? 2 : 0
             radius: parent.radius
-            color: key.isChosen ? Theme.accent : key.hovered ? Theme.hovered : Theme.cap
+            color: key.isChosen ? Theme.accent : key.hovered ? Theme.capHigh : Theme.capLow
             border.width: 1
-            border.color: key.isChosen ? Theme.accent : Theme.capEdge
+            border.color: key.isChosen ? Theme.accent : Theme.capSide
         }
         FocusRing {
             cornerRadius: parent.radius

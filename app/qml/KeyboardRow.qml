@@ -6,12 +6,9 @@ Row {
     id: row
 
     required property var keys
-    required property real unitWidth
-    // The key that Tab comes to.
-    required property string current
-
-    signal entered(string keyId)
-    signal moved(Item key, int across, int down)
+    required property int index
+    property real unitWidth
+    property string current
 
     function keyAt(index: int): PickerKey {
         return repeater.itemAt(index) as PickerKey;
@@ -45,11 +42,14 @@ Row {
         model: row.keys
 
         PickerKey {
-            unitWidth: row.unitWidth
-            gap: row.spacing
-            current: row.current
-            onEntered: keyId => row.entered(keyId)
-            onMoved: (key, across, down) => row.moved(key, across, down)
+            required label
+            required name
+            required isSpacer
+            required isChosen
+
+            unitWidth: (parent as KeyboardRow)?.unitWidth ?? 0
+            gap: (parent as KeyboardRow)?.spacing ?? 0
+            current: (parent as KeyboardRow)?.current ?? ""
         }
     }
 }

@@ -6,28 +6,35 @@ import Trellivar
 Column {
     id: keyboard
 
-    property string current
     // The width of each row, in plain keys.
     readonly property real units: 14.5
+    readonly property PickerKey focused: Window.activeFocusItem as PickerKey
+    property string current
 
     function rowAt(index: int): KeyboardRow {
         return rows.itemAt(index) as KeyboardRow;
     }
-    function move(from: PickerKey, row: int, across: int, down: int) {
-        const to = rowAt(row + down);
-        if (to)
-            focusOn(across === 0 ? to.nearest(from.x + from.width / 2) : to.besides(from, across));
-    }
-    function focusOn(key: PickerKey) {
+    function move(across: int, down: int) {
+        if (!focused)
+            return;
+        const from = focused.parent as KeyboardRow;
+        const to = rowAt(from.index + down);
+        const key = across === 0 ? to?.nearest(focused.x + focused.width / 2) : from.besides(focused, across);
         if (key)
             key.forceActiveFocus(Qt.TabFocusReason);
     }
-    function focusOnFirst() {
-        focusOn(rowAt(0).nearest(0));
+    function first(): PickerKey {
+        return rowAt(0).nearest(0);
     }
 
+    onFocusedChanged: if (focused)
+        current = focused.keyId
     spacing: Theme.unit / 2
     Accessible.role: Accessible.Grouping
+    Keys.onLeftPressed: move(-1, 0)
+    Keys.onRightPressed: move(1, 0)
+    Keys.onUpPressed: move(0, -1)
+    Keys.onDownPressed: move(0, 1)
 
     Repeater {
         id: rows
@@ -36,13 +43,10 @@ Column {
 
         KeyboardRow {
             required property var modelData
-            required property int index
 
             keys: modelData
-            unitWidth: (keyboard.width + spacing) / keyboard.units
-            current: keyboard.current
-            onEntered: keyId => keyboard.current = keyId
-            onMoved: (key, across, down) => keyboard.move(key as PickerKey, index, across, down)
+            unitWidth: (parent as KeyboardView) ? (parent.width + spacing) / (parent as KeyboardView).units : 0
+            current: (parent as KeyboardView)?.current ?? ""
         }
     }
 }

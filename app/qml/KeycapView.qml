@@ -2,19 +2,20 @@ import QtQuick
 import QtQuick.Controls.Basic
 import Trellivar
 
-// A key of the drawn pad, as deep as one that can be pressed.
+// A key of the pad that can be selected. It goes down with the real one.
 AbstractButton {
-    id: keycap
+    id: key
 
     required property int keyId
     required property string legend
+    required property string glyph
     required property string caption
     required property bool isBound
-    required property bool isLearned
     required property bool isSelected
-    readonly property real depth: down ? 1 : Theme.unit / 2
-    readonly property real corner: width * 0.12
+    property bool isDown: false
 
+    height: parent ? parent.height : 0
+    width: height
     hoverEnabled: true
     Accessible.role: Accessible.Button
     Accessible.name: keyId + " " + caption
@@ -24,52 +25,23 @@ AbstractButton {
     Keys.onEnterPressed: clicked()
 
     HintTip {
-        text: keycap.caption
-        visible: keycap.isBound && (keycap.hovered || keycap.visualFocus)
+        text: key.caption
+        visible: key.isBound && (key.hovered || key.visualFocus)
     }
-
-    background: Rectangle {
-        // The well, and the light of a selected key that comes out of it.
-        radius: keycap.corner
-        color: Theme.well
-
-        Rectangle {
-            anchors.fill: parent
-            anchors.margins: -Theme.unit / 2
-            radius: keycap.corner + Theme.unit / 2
-            color: Theme.capGlow
-            opacity: keycap.isSelected ? 1 : 0
-
-            Behavior on opacity {
-                NumberAnimation {
-                    duration: Theme.motion
-                }
-            }
-        }
+    background: Item {
         FocusRing {
-            cornerRadius: keycap.corner + Theme.unit / 2
-            anchors.margins: -Theme.unit
-            visible: keycap.visualFocus
+            cornerRadius: key.width * 0.13
+            visible: key.visualFocus
         }
     }
-    contentItem: Item {
-        Rectangle {
-            anchors.fill: parent
-            anchors.margins: 2
-            radius: keycap.corner
-            color: keycap.isSelected ? Theme.accent : Theme.capEdge
-        }
-        CapTop {
-            anchors.fill: parent
-            anchors.margins: 2
-            anchors.topMargin: 2 + (keycap.down ? Theme.unit / 2 - 1 : 0)
-            anchors.bottomMargin: 2 + keycap.depth
-            radius: keycap.corner
-            number: keycap.keyId
-            legend: keycap.legend || keycap.caption
-            isQuiet: !keycap.isBound
-            isLit: keycap.isSelected
-            isHovered: keycap.hovered
-        }
+    contentItem: Keycap {
+        number: key.keyId
+        legend: key.legend || key.caption
+        glyph: key.glyph
+        isQuiet: !key.isBound
+        isHovered: key.hovered
+        isSunk: key.down || key.isDown
+        isLit: key.isDown
+        isSelected: key.isSelected
     }
 }

@@ -8,16 +8,16 @@ AbstractButton {
 
     required property int index
     required property string name
+    required property string glyph
     required property bool isAssigned
 
-    implicitWidth: contentItem.implicitWidth + leftPadding + rightPadding
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: Theme.controlHeight
-    leftPadding: Theme.unit * 1.25
-    rightPadding: leftPadding
+    leftPadding: Theme.unit * 1.5 + Theme.glyphSize
+    rightPadding: Theme.unit * 1.25
     hoverEnabled: true
     text: name
     font.pixelSize: Theme.body
-    opacity: enabled ? 1 : 0.45
     Accessible.role: Accessible.RadioButton
     Accessible.name: name
     Accessible.checkable: true
@@ -26,19 +26,25 @@ AbstractButton {
     Keys.onEnterPressed: clicked()
 
     contentItem: Text {
+        leftPadding: Theme.unit * 0.75
         text: item.text
         font.pixelSize: Theme.body
         font.weight: item.isAssigned ? Font.DemiBold : Font.Normal
         color: item.isAssigned ? Theme.accent : Theme.text
         verticalAlignment: Text.AlignVCenter
-        wrapMode: Text.Wrap
     }
     background: Rectangle {
         radius: height / 2
         color: item.isAssigned ? Theme.accentQuiet : item.hovered || item.down ? Theme.hovered : Theme.raised
-        border.width: 1
+        border.width: item.isAssigned || !Theme.isDark ? 1 : 0
         border.color: item.isAssigned ? Theme.accent : Theme.line
 
+        Glyph {
+            x: Theme.unit * 1.25
+            anchors.verticalCenter: parent.verticalCenter
+            name: item.glyph
+            color: item.isAssigned ? Theme.accent : Theme.text
+        }
         FocusRing {
             cornerRadius: parent.radius
             visible: item.visualFocus

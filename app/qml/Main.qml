@@ -4,12 +4,10 @@ import Trellivar
 
 // The window: the first steps or the pad, and the sheets over them.
 ApplicationWindow {
-    id: window
-
     width: Theme.unit * 122
     height: Theme.unit * 82
-    minimumWidth: 880
-    minimumHeight: 600
+    minimumWidth: Theme.minimumWidth
+    minimumHeight: Theme.minimumHeight
     visible: true
     title: "Trellivar"
     color: Theme.window
@@ -27,13 +25,6 @@ ApplicationWindow {
         onSettingsRequested: settings.open()
         onPickerRequested: picker.open()
     }
-    Connections {
-        target: App
-
-        function onDiscoveryChanged() {
-            discovery.visible = App.discovery !== null;
-        }
-    }
     SettingsSheet {
         id: settings
     }
@@ -41,6 +32,6 @@ ApplicationWindow {
         id: picker
     }
     DiscoverySheet {
-        id: discovery
+        visible: App.discovery !== null
     }
 }

@@ -14,28 +14,13 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         spacing: Theme.unit
 
-        Rectangle {
+        Keycap {
             Layout.alignment: Qt.AlignHCenter
             Layout.bottomMargin: Theme.unit * 2
-            implicitWidth: Theme.ringSize
-            implicitHeight: Theme.ringSize
-            radius: Theme.radius * 1.6
-            color: "transparent"
-            border.width: 2
-            border.color: Theme.line
-
-            Rectangle {
-                anchors.centerIn: parent
-                width: Theme.unit * 3
-                height: 2
-                color: Theme.quietText
-            }
-            Rectangle {
-                anchors.centerIn: parent
-                width: 2
-                height: Theme.unit * 3
-                color: Theme.quietText
-            }
+            implicitWidth: Theme.capDrawn
+            implicitHeight: Theme.capDrawn
+            opacity: 0.6
+            Accessible.ignored: true
         }
         Text {
             Layout.fillWidth: true

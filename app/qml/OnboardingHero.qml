@@ -3,20 +3,22 @@ import Trellivar
 
 // The pad that waits to be set up.
 Column {
-    spacing: Theme.unit * 2
+    spacing: Theme.unit * 3
 
-    PadSketch {
+    PadBody {
+        capSize: Theme.unit * 10
         mode: "P"
+        link: App.devices.link
 
         Repeater {
             model: 3
 
-            CapSketch {
+            Keycap {
                 required property int index
 
-                implicitWidth: Theme.unit * 8
-                implicitHeight: Theme.unit * 8
-                legend: index + 1
+                height: parent ? parent.height : 0
+                width: height
+                number: index + 1
             }
         }
     }

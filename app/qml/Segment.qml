@@ -8,30 +8,31 @@ AbstractButton {
 
     property bool isChosen: false
 
-    implicitHeight: Theme.controlHeight
-    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: Theme.controlHeight - Theme.unit / 2
+    implicitWidth: Math.max(Theme.unit * 5, implicitContentWidth + leftPadding + rightPadding)
     leftPadding: Theme.unit * 1.5
     rightPadding: Theme.unit * 1.5
     font.pixelSize: Theme.body
+    font.weight: isChosen ? Font.DemiBold : Font.Normal
     hoverEnabled: true
     focusPolicy: isChosen ? Qt.StrongFocus : Qt.ClickFocus
     Accessible.role: Accessible.RadioButton
     Accessible.name: text
     Accessible.checkable: true
     Accessible.checked: isChosen
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     contentItem: Text {
         text: segment.text
         font: segment.font
-        color: segment.isChosen ? Theme.text : Theme.quietText
+        color: segment.isChosen ? Theme.textOnAccent : Theme.text
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
     }
     background: Rectangle {
-        radius: Theme.radius - 2
-        color: segment.isChosen ? Theme.accentQuiet : segment.hovered ? Theme.hovered : "transparent"
-        border.width: segment.isChosen ? 1 : 0
-        border.color: Theme.accent
+        radius: height / 2
+        color: segment.isChosen ? Theme.accent : segment.hovered || segment.down ? Theme.hovered : "transparent"
 
         FocusRing {
             cornerRadius: parent.radius

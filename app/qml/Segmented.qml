@@ -1,54 +1,40 @@
 import QtQuick
 import Trellivar
 
-// A choice of one among a few, all in sight. The arrow keys choose; Tab passes it as one control.
+// A choice of one among a few segments. The arrow keys choose; Tab passes it as one control.
 Rectangle {
     id: control
 
-    // A list of {value, text}.
-    required property var choices
-    required property string value
     required property string name
+    default property alias segments: row.data
 
-    signal chosen(string value)
-
-    function chooseAt(index: int) {
-        if (index < 0 || index >= segments.count)
+    function move(by: int) {
+        const all = [];
+        for (let i = 0; i < row.children.length; ++i) {
+            const segment = row.children[i] as Segment;
+            if (segment)
+                all.push(segment);
+        }
+        const next = all[all.findIndex(segment => segment.activeFocus) + by];
+        if (!next)
             return;
-        segments.itemAt(index).forceActiveFocus(Qt.TabFocusReason);
-        chosen(choices[index].value);
+        next.forceActiveFocus(Qt.TabFocusReason);
+        next.clicked();
     }
 
-    implicitWidth: row.width + 4
-    implicitHeight: row.height + 4
-    radius: Theme.radius
-    color: Theme.window
-    border.width: 1
-    border.color: Theme.line
+    implicitWidth: row.width + Theme.unit / 2
+    implicitHeight: row.height + Theme.unit / 2
+    radius: height / 2
+    color: Theme.raised
     Accessible.role: Accessible.Grouping
     Accessible.name: name
+    Keys.onLeftPressed: move(-1)
+    Keys.onRightPressed: move(1)
 
     Row {
         id: row
 
-        x: 2
-        y: 2
-
-        Repeater {
-            id: segments
-
-            model: control.choices
-
-            Segment {
-                required property var modelData
-                required property int index
-
-                text: modelData.text
-                isChosen: modelData.value === control.value
-                onClicked: control.chosen(modelData.value)
-                Keys.onLeftPressed: control.chooseAt(index - 1)
-                Keys.onRightPressed: control.chooseAt(index + 1)
-            }
-        }
+        x: Theme.unit / 4
+        y: Theme.unit / 4
     }
 }

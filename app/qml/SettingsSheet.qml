@@ -6,25 +6,29 @@ import Trellivar
 Sheet {
     title: App.texts.settingsLabel
     width: Theme.unit * 58
+    entry: App.language === "en" ? english : chinese
 
     SettingsRow {
         text: App.texts.language
 
         Segmented {
             name: App.texts.language
+
             // Languages are named in themselves, so that they are found by whoever looks for them.
-            choices: [
-                {
-                    value: "en",
-                    text: "English"
-                },
-                {
-                    value: "zh-Hans",
-                    text: "简体中文"
-                }
-            ]
-            value: App.language
-            onChosen: value => App.language = value
+            Segment {
+                id: english
+
+                text: "English"
+                isChosen: App.language === "en"
+                onClicked: App.language = "en"
+            }
+            Segment {
+                id: chinese
+
+                text: "简体中文"
+                isChosen: App.language === "zh-Hans"
+                onClicked: App.language = "zh-Hans"
+            }
         }
     }
     SettingsRow {
@@ -32,22 +36,22 @@ Sheet {
 
         Segmented {
             name: App.texts.appearance
-            choices: [
-                {
-                    value: "dark",
-                    text: App.texts.appearanceDark
-                },
-                {
-                    value: "light",
-                    text: App.texts.appearanceLight
-                },
-                {
-                    value: "system",
-                    text: App.texts.appearanceSystem
-                }
-            ]
-            value: App.appearance
-            onChosen: value => App.appearance = value
+
+            Segment {
+                text: App.texts.appearanceDark
+                isChosen: App.appearance === "dark"
+                onClicked: App.appearance = "dark"
+            }
+            Segment {
+                text: App.texts.appearanceLight
+                isChosen: App.appearance === "light"
+                onClicked: App.appearance = "light"
+            }
+            Segment {
+                text: App.texts.appearanceSystem
+                isChosen: App.appearance === "system"
+                onClicked: App.appearance = "system"
+            }
         }
     }
     ToggleSwitch {

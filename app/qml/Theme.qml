@@ -8,53 +8,69 @@ import Trellivar
 QtObject {
     readonly property bool isDark: App.isDark
 
-    readonly property color window: isDark ? "#17181b" : "#f2f3f6"
-    readonly property color panel: isDark ? "#1f2125" : "#ffffff"
-    readonly property color raised: isDark ? "#2b2e34" : "#ffffff"
-    readonly property color hovered: isDark ? "#363a42" : "#e8eaef"
-    readonly property color line: isDark ? "#3a3e46" : "#d5d8de"
-    readonly property color text: isDark ? "#f2f3f5" : "#1b1d21"
-    readonly property color quietText: isDark ? "#aab0ba" : "#555b66"
-    readonly property color accent: isDark ? "#6cb2ff" : "#1460c4"
+    readonly property color window: isDark ? "#15161a" : "#e9ecf0"
+    readonly property color panel: isDark ? "#1c1e22" : "#f8f9fb"
+    readonly property color raised: isDark ? "#292c32" : "#ffffff"
+    readonly property color hovered: isDark ? "#343840" : "#e3e7ed"
+    readonly property color line: isDark ? "#30343b" : "#d3d7de"
+    readonly property color text: isDark ? "#f2f3f5" : "#1a1c20"
+    readonly property color quietText: isDark ? "#a8aeb8" : "#535a65"
+    readonly property color accent: isDark ? "#6cb2ff" : "#125cbd"
     readonly property color textOnAccent: isDark ? "#0b1420" : "#ffffff"
-    readonly property color accentQuiet: isDark ? "#22344a" : "#dfeafa"
-    readonly property color error: isDark ? "#ff9189" : "#b3261e"
-    readonly property color success: isDark ? "#7fd993" : "#1c7337"
-    readonly property color shade: isDark ? "#a0000000" : "#50202530"
+    readonly property color accentQuiet: isDark ? "#1e2f44" : "#d9e6f8"
+    readonly property color error: isDark ? "#ff9189" : "#a8221b"
+    readonly property color warning: isDark ? "#f2c46d" : "#744c00"
+    readonly property color success: isDark ? "#7fd993" : "#17652f"
+    readonly property color shade: isDark ? "#b0000000" : "#60202530"
 
-    // The pad as an object.
-    readonly property color padBody: isDark ? "#2a2c31" : "#dfe2e8"
-    readonly property color padEdge: isDark ? "#111214" : "#bcc2cc"
-    readonly property color padTop: isDark ? "#34373d" : "#eef0f4"
-    readonly property color cap: isDark ? "#363a41" : "#fbfcfd"
-    readonly property color capEdge: isDark ? "#1c1e22" : "#c3c8d1"
-
-    readonly property color padShadow: isDark ? "#0c000000" : "#05000000"
-    readonly property color padShine: isDark ? "#1cffffff" : "#ffffff"
-    readonly property color well: isDark ? "#191a1d" : "#c9ced7"
-    readonly property color capTop: isDark ? "#3e424a" : "#ffffff"
-    readonly property color capGlow: isDark ? "#406cb2ff" : "#381460c4"
-    readonly property color cable: isDark ? "#4a4e57" : "#9299a6"
-    readonly property color plug: isDark ? "#7b818d" : "#c9ced6"
-    readonly property color warning: isDark ? "#f2c46d" : "#7d5200"
+    // The pad as an object: a body, a bed sunk into it, and caps that stand in the bed.
+    readonly property color padTop: isDark ? "#454951" : "#ffffff"
+    readonly property color padBody: isDark ? "#2d3036" : "#d9dee5"
+    readonly property color padEdge: isDark ? "#0c0d0f" : "#a3abb8"
+    readonly property color padShine: isDark ? "#5c616b" : "#ffffff"
+    readonly property color padShadow: isDark ? "#0c000000" : "#051c2434"
+    readonly property color padText: isDark ? "#d6dae0" : "#454c57"
+    readonly property color bed: isDark ? "#0f1012" : "#a9b1bd"
+    readonly property color bedEdge: isDark ? "#0a0b0d" : "#8e97a5"
+    readonly property color capHigh: isDark ? "#575c66" : "#ffffff"
+    readonly property color capHover: isDark ? "#5f646e" : "#e6eefa"
+    readonly property color capLow: isDark ? "#41454d" : "#eef1f5"
+    readonly property color capSide: isDark ? "#3c4048" : "#d2d8e0"
+    readonly property color capFoot: isDark ? "#25282d" : "#b5bdc9"
+    readonly property color capRim: isDark ? "#6b717c" : "#ffffff"
+    readonly property color capText: isDark ? "#f7f8fa" : "#1a1c20"
+    readonly property color capQuietText: isDark ? "#e0e3e8" : "#535a65"
+    readonly property color capLitHigh: isDark ? "#37598a" : "#d4e5fd"
+    readonly property color capLitLow: isDark ? "#294670" : "#bcd6fa"
+    readonly property color glow: isDark ? "#506cb2ff" : "#4a125cbd"
+    readonly property color cable: isDark ? "#41454d" : "#7d8694"
+    readonly property color plug: isDark ? "#868c97" : "#c3cad4"
 
     readonly property int unit: 8
-    readonly property int radius: 10
+    readonly property int radius: 8
+    readonly property int largeRadius: 16
     readonly property int controlHeight: 32
     readonly property int focusWidth: 2
     readonly property int minimumWidth: 880
     readonly property int minimumHeight: 600
     readonly property int barHeight: 64
-    readonly property int sideWidth: 296
-    readonly property int writeWidth: 152
+    readonly property int sideWidth: 304
+    readonly property int writeWidth: 160
     readonly property int capLargest: 208
+    readonly property int capDrawn: 72
     readonly property int ringSize: 80
+    readonly property int glyphSize: 16
     readonly property int popoverWidth: 304
 
     readonly property int small: 12
     readonly property int body: 14
-    readonly property int large: 22
+    readonly property int large: 24
 
     // Short, and none at all where people asked for none.
     readonly property int motion: App.isMotionReduced ? 0 : 160
+
+    // The light of a connection.
+    function linkColor(link: string): color {
+        return link === "usb" ? success : link === "wireless" ? accent : quietText;
+    }
 }

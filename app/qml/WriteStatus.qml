@@ -32,7 +32,7 @@ Column {
             Text {
                 required property string modelData
 
-                width: Math.min(implicitWidth, status.width) // qmllint disable unqualified
+                width: Math.min(implicitWidth, parent ? parent.width : implicitWidth)
                 rightPadding: Theme.unit * 2
                 text: modelData
                 color: Theme.text

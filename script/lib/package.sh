@@ -104,7 +104,7 @@ opens_window() {
   local root=$PWD status=0
   mkdir -m 700 "$1/home"
   (cd / && env -i PATH="$PATH" HOME="$1/home" XDG_RUNTIME_DIR="$1/home" LC_ALL=C.UTF-8 QT_QUICK_BACKEND=software \
-    xvfb-run -a -e /dev/stderr -s "-screen 0 1500x1000x24" "$root/script/lib/shows_window" "$2" --simulate) \
+    "$root/script/lib/with-display" "$root/script/lib/shows_window" "$2" --simulate) \
     2>"$1/complaints" || status=1
   cat "$1/complaints"
   if [ $status -ne 0 ]; then echo "$2 shows no window."; fi

@@ -5,6 +5,8 @@
 #include "simulator/desk/key_codes.h"
 #include "tests/engine/darwin/computer.h"
 #include "tests/journeys/application.h"
+#include "tests/support/held_background.h"
+#include "tests/support/hurried_clock.h"
 #include "tests/support/printing.h"
 #include "tests/support/temporary_folder.h"
 
@@ -13,56 +15,8 @@
 #include <chrono>
 #include <initializer_list>
 #include <iterator>
-#include <thread>
 
 namespace trellivar {
-
-/// Sleeps a little where the link would sleep for long; to the link it was long. A reply that is
-/// sure to come thus comes in time: the link asks for it 200 times.
-class HurriedClock final : public LinkClock {
-public:
-  explicit HurriedClock(std::chrono::microseconds step) : step_(step) {}
-  Instant now() override { return now_; }
-  void sleep(Seconds duration) override {
-    std::this_thread::sleep_for(step_);
-    now_ += duration;
-  }
-
-private:
-  std::chrono::microseconds step_;
-  Instant now_{};
-};
-
-/// Work that waits until it is told to begin.
-class HeldBackground final : public BackgroundQueue {
-public:
-  void async(std::function<void()> block) override { blocks_.push_back(std::move(block)); }
-  bool isEmpty() const { return blocks_.empty(); }
-
-  /// On a thread of its own, until which ends the desk has to rest.
-  std::jthread begin() {
-    return std::jthread([blocks = std::exchange(blocks_, {})] {
-      for (const auto& block : blocks)
-        block();
-    });
-  }
-  void run() { begin().join(); }
-  /// On this thread.
-  void runNext() {
-    const auto block = std::move(blocks_.front());
-    blocks_.erase(blocks_.begin());
-    block();
-  }
-
-private:
-  std::vector<std::function<void()>> blocks_;
-};
-
-/// Folders in memory, where there are any: everything that is saved is flushed to the disk.
-inline std::filesystem::path quickFolder() {
-  const std::filesystem::path memory = "/dev/shm";
-  return std::filesystem::is_directory(memory) ? memory : std::filesystem::temp_directory_path();
-}
 
 /// A person at a simulated computer with the application, which is not started yet. When the person
 /// leaves, everything has to be as if the application had never been there.

@@ -10,6 +10,12 @@
 
 namespace trellivar {
 
+/// Folders in memory, where there are any: everything that is saved is flushed to the disk.
+inline std::filesystem::path quickFolder() {
+  const std::filesystem::path memory = "/dev/shm";
+  return std::filesystem::is_directory(memory) ? memory : std::filesystem::temp_directory_path();
+}
+
 /// A new, empty folder of its own for one test; removed with all that is in it.
 class TemporaryFolder {
 public:

@@ -23,13 +23,18 @@ namespace {
 
 using namespace words;
 
-/// Remembers nothing, so that everything seems to be the first time ever.
+/// Remembers nothing of start at login, so that it seems to be the first time ever.
 struct ForgetfulDefaults final : UserDefaults {
   std::optional<std::string> string(std::string_view) const override { return std::nullopt; }
-  bool boolean(std::string_view) const override { return false; }
+  bool boolean(std::string_view key) const override { return hasFinished && key == finishedKey; }
   void setString(std::string_view, std::string_view) override {}
-  void setBoolean(std::string_view, bool) override {}
+  void setBoolean(std::string_view key, bool value) override {
+    if (key == finishedKey) hasFinished = value;
+  }
   std::vector<std::string> preferredLanguages() const override { return {"en"}; }
+
+  static constexpr std::string_view finishedKey = "hasFinishedOnboarding";
+  bool hasFinished = false;
 };
 
 struct CountingWatcher final : HotplugWatching {
@@ -213,6 +218,59 @@ TEST_F(AppRootTest, reportsAStatusThatCannotBeToldAndAsksAgain) {
   queue.advance(Seconds(1.5));
   EXPECT_TRUE(root.onboarding().steps()->canContinue);
   EXPECT_EQ(reports.size(), 2U);
+}
+
+// The first start
+
+TEST_F(AppRootTest, beginsWithTheFirstSteps) {
+  EXPECT_TRUE(*root.isOnboarding());
+  engine->currentStatus = {true, true, true};
+  root.start();
+  queue.advance(Seconds(10));
+  EXPECT_TRUE(*root.isOnboarding()) << "the user is the one to go on";
+}
+
+TEST_F(AppRootTest, goesOnToThePadOnlyOnceBothArePermitted) {
+  for (const EngineStatus status : {EngineStatus{}, {true, false, true}, {false, true, true}}) {
+    engine->currentStatus = status;
+    root.start();
+    root.finishOnboarding();
+    EXPECT_TRUE(*root.isOnboarding());
+  }
+  EXPECT_FALSE(settings->hasFinishedOnboarding());
+  engine->currentStatus = {true, true, false};
+  queue.advance(Seconds(1.5));
+  root.finishOnboarding();
+  EXPECT_FALSE(*root.isOnboarding());
+  EXPECT_TRUE(settings->hasFinishedOnboarding());
+}
+
+TEST_F(AppRootTest, staysAtThePadWhenAPermissionIsLost) {
+  engine->currentStatus = {true, true, true};
+  root.start();
+  root.finishOnboarding();
+  engine->currentStatus = {};
+  queue.advance(Seconds(1.5));
+  EXPECT_FALSE(*root.isOnboarding());
+  EXPECT_FALSE(root.onboarding().steps()->canContinue);
+}
+
+TEST_F(AppRootTest, showsThePadAtOnceToWhoeverHasGoneOnBefore) {
+  settings->finishOnboarding();
+  EXPECT_TRUE(*root.isOnboarding());
+  engine->currentStatus = {true, true, false};
+  root.start();
+  EXPECT_FALSE(*root.isOnboarding());
+}
+
+TEST_F(AppRootTest, showsThemTheFirstStepsAgainWhenSomethingIsNotPermitted) {
+  settings->finishOnboarding();
+  engine->currentStatus = {true, false, false};
+  root.start();
+  EXPECT_TRUE(*root.isOnboarding());
+  engine->currentStatus = {true, true, false};
+  queue.advance(Seconds(1.5));
+  EXPECT_TRUE(*root.isOnboarding()) << "they see that it is permitted now, and go on themselves";
 }
 
 // Start at login

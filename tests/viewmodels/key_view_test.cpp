@@ -1,6 +1,7 @@
 #include "tests/viewmodels/language_change.h"
 #include "tests/viewmodels/mapping_fixture.h"
 #include "viewmodels/key_view.h"
+#include "viewmodels/output_library.h"
 
 namespace trellivar {
 namespace {
@@ -38,6 +39,28 @@ TEST_F(KeyViewTest, saysThatAnUnboundKeyIsEmpty) {
   EXPECT_TRUE(view(1).isBound);
   const LanguageChange chinese(AppLanguage::zhHans);
   EXPECT_EQ(view(2).caption, "未设置");
+}
+
+TEST_F(KeyViewTest, hasADrawingForWhatTheLibraryOffers) {
+  model_->select(1);
+  std::vector<std::string> glyphs;
+  for (const Output& output : OutputLibrary::outputs()) {
+    model_->assign(output);
+    glyphs.push_back(view(0).glyph);
+    EXPECT_NE(view(0).legend, "") << "which is what it is called";
+  }
+  EXPECT_EQ(glyphs, (std::vector<std::string>{"volume_increment", "volume_decrement", "mute",
+                                              "play_or_pause", "button1", "button2", "button3"}));
+}
+
+TEST_F(KeyViewTest, hasNoDrawingForAnythingElse) {
+  EXPECT_EQ(view(0).glyph, "") << "a letter";
+  EXPECT_EQ(view(2).glyph, "") << "nothing";
+  model_->select(1);
+  Output::Chord held = std::get<Output::Chord>(OutputLibrary::outputs().front().value);
+  held.modifiers = {Modifier::option};
+  model_->assign({held});
+  EXPECT_EQ(view(0).glyph, "") << "a media key with a modifier is more than the drawing says";
 }
 
 TEST_F(KeyViewTest, tellsWhichKeysHaveBeenLearned) {

@@ -213,6 +213,17 @@ TEST_F(SettingsStoreTest, readsBackWhatItKept) {
   EXPECT_TRUE(*settings.startAtLogin());
 }
 
+// The first start
+
+TEST_F(SettingsStoreTest, remembersThatTheFirstStartIsFinished) {
+  SettingsStore settings(defaults);
+  EXPECT_FALSE(settings.hasFinishedOnboarding());
+  settings.finishOnboarding();
+  EXPECT_TRUE(settings.hasFinishedOnboarding());
+  EXPECT_TRUE(SettingsStore(defaults).hasFinishedOnboarding());
+  EXPECT_EQ(notes, Lines{"hasFinishedOnboarding = true"});
+}
+
 // Starting at login for the first time
 
 TEST_F(SettingsStoreTest, switchesStartAtLoginOnTheFirstTime) {

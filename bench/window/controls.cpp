@@ -1,0 +1,65 @@
+#include "bench/window/controls.h"
+
+#include <QAccessible>
+#include <QEventLoop>
+#include <QGuiApplication>
+#include <QTimer>
+#include <QWindow>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+
+namespace trellivar {
+
+namespace {
+
+QAccessibleInterface* find(QAccessibleInterface* in, const QString& name) {
+  const QAccessible::State state = in->state();
+  if (in->text(QAccessible::Name).startsWith(name) && in->actionInterface() && !state.invisible &&
+      !state.disabled)
+    return in;
+  for (int i = 0; i < in->childCount(); ++i) {
+    QAccessibleInterface* child = in->child(i);
+    if (QAccessibleInterface* found = child ? find(child, name) : nullptr) return found;
+  }
+  return nullptr;
+}
+
+QAccessibleInterface* find(const QString& name) {
+  for (QWindow* window : QGuiApplication::topLevelWindows()) {
+    QAccessibleInterface* root =
+        window->isVisible() ? QAccessible::queryAccessibleInterface(window) : nullptr;
+    if (QAccessibleInterface* found = root ? find(root, name) : nullptr) return found;
+  }
+  return nullptr;
+}
+
+} // namespace
+
+bool waitUntil(const std::function<bool()>& condition) {
+  using namespace std::chrono_literals;
+  const auto end = std::chrono::steady_clock::now() + 10s;
+  while (!condition()) {
+    if (std::chrono::steady_clock::now() > end) return false;
+    letPass(10);
+  }
+  return true;
+}
+
+void letPass(int milliseconds) {
+  QEventLoop loop;
+  QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+  loop.exec();
+}
+
+bool isShown(const QString& name) { return find(name) != nullptr; }
+
+void press(const QString& name) {
+  if (!waitUntil([&name] { return isShown(name); })) {
+    std::fprintf(stderr, "no control is named \"%s\"\n", qPrintable(name));
+    std::exit(1); // NOLINT(concurrency-mt-unsafe): ends a measurement
+  }
+  find(name)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+}
+
+} // namespace trellivar

@@ -1,0 +1,117 @@
+import QtQuick
+import QtTest
+
+// The sheet on which a shortcut is composed.
+StageCase {
+    name: "Picker"
+
+    readonly property var symbols: ({ "left control": "⌃", "left option": "⌥", "left command": "⌘" })
+
+    function isOpen(): bool {
+        return Stage.shows("Compose a shortcut");
+    }
+
+    function test_itBeginsEmpty() {
+        Stage.enter("picker");
+        verify(isOpen());
+        verifyShown("Click keys below");
+        verify(!control("Assign to Key 3").enabled);
+        compare(Stage.window.activeFocusItem.visualFocus, true, "the first key has the keyboard");
+    }
+    function test_modifiersLatchAndTheBaseKeyIsOne() {
+        Stage.enter("picker");
+        click("left command");
+        verifyShown("⌘");
+        verify(Stage.isChecked(control("left command")));
+        click("left shift");
+        click("k");
+        verifyShown("⌘ ⇧ K");
+        click("j");
+        verifyShown("⌘ ⇧ J");
+        verify(!Stage.isChecked(control("k")));
+        verify(Stage.isChecked(control("j")));
+        click("left command");
+        verifyShown("⇧ J");
+        click("j");
+        verifyShown("⇧");
+        click("left shift");
+        verifyShown("Click keys below");
+        verify(!control("Assign to Key 3").enabled);
+    }
+    function test_assigningBindsAndCloses() {
+        Stage.enter("picker-composed");
+        verify(control("Assign to Key 3").enabled);
+        click("Assign to Key 3");
+        verify(!isOpen());
+        compare(Stage.stored("P", 3), "⌘ ⇧ K");
+        verifyShown("Key 3 — ⌘ ⇧ K");
+    }
+    function test_modifiersAloneCanBeAssigned() {
+        Stage.enter("picker");
+        click("left option");
+        click("Assign to Key 3");
+        compare(Stage.stored("P", 3), "⌥");
+    }
+    function test_leavingBindsNothing_data() {
+        return [{ tag: "Cancel", act: () => click("Cancel") }, { tag: "Close", act: () => click("Close") },
+            { tag: "Escape", act: () => Stage.key(Qt.Key_Escape) }];
+    }
+    function test_leavingBindsNothing(data) {
+        Stage.enter("picker-composed");
+        data.act();
+        verify(!isOpen());
+        compare(Stage.stored("P", 3), "");
+        click("Choose on keyboard…");
+        verifyShown("Click keys below");
+    }
+    function test_disabledItAssignsNothing() {
+        Stage.enter("picker");
+        click("Assign to Key 3");
+        verify(isOpen());
+        compare(Stage.stored("P", 3), "");
+    }
+
+    function test_byKeyboardAlone() {
+        Stage.enter("selected-empty");
+        tabTo("Choose on keyboard…");
+        Stage.key(Qt.Key_Return);
+        compare(Stage.focused(), "escape");
+        Stage.key(Qt.Key_Down);
+        Stage.key(Qt.Key_Right);
+        compare(Stage.focused(), "1");
+        Stage.key(Qt.Key_Space);
+        verifyShown("1");
+        for (let row = 0; row < 4; ++row)
+            Stage.key(Qt.Key_Down);
+        const modifier = Stage.focused();
+        verify(modifier in symbols, modifier);
+        Stage.key(Qt.Key_Return);
+        verify(Stage.isChecked(control(modifier)));
+        tabTo("Assign to Key 3");
+        Stage.key(Qt.Key_Return);
+        verify(!isOpen());
+        compare(Stage.stored("P", 3), symbols[modifier] + " 1");
+    }
+    function test_arrowsStayOnTheKeyboard() {
+        Stage.enter("picker");
+        Stage.key(Qt.Key_Left);
+        Stage.key(Qt.Key_Up);
+        compare(Stage.focused(), "escape");
+    }
+    function test_tabPassesTheKeyboardAsOneStop() {
+        Stage.enter("picker");
+        Stage.key(Qt.Key_Right);
+        const key = Stage.focused();
+        Stage.key(Qt.Key_Tab);
+        compare(Stage.focused(), "Cancel");
+        Stage.key(Qt.Key_Backtab, Qt.ShiftModifier);
+        compare(Stage.focused(), key);
+    }
+    function test_theKeyboardReturnsToTheButton() {
+        Stage.enter("selected-empty");
+        tabTo("Choose on keyboard…");
+        Stage.key(Qt.Key_Return);
+        Stage.key(Qt.Key_Escape);
+        compare(Stage.focused(), "Choose on keyboard…");
+    }
+}

@@ -1,0 +1,13 @@
+#include "tests/app/surroundings.h"
+
+#include <gtest/gtest.h>
+
+#include <QGuiApplication>
+
+int main(int argc, char* argv[]) {
+  testing::InitGoogleTest(&argc, argv);
+  trellivar::useKnownSurroundings();
+  trellivar::paintInMemory();
+  const QGuiApplication application(argc, argv);
+  return RUN_ALL_TESTS();
+}
