@@ -3,6 +3,7 @@
 
 #include <QCoreApplication>
 #include <QGuiApplication>
+#include <QIcon>
 #include <QPalette>
 #include <QStandardPaths>
 #include <optional>
@@ -17,7 +18,10 @@ namespace {
 class LinuxServices final : public PlatformServices {
 public:
   explicit LinuxServices(std::optional<QStringList> loginArguments)
-      : loginArguments_(std::move(loginArguments)), systemIsDark_(looksDark()) {}
+      : loginArguments_(std::move(loginArguments)), systemIsDark_(looksDark()) {
+    QGuiApplication::setDesktopFileName("trellivar");
+    QGuiApplication::setWindowIcon(QIcon::fromTheme("trellivar"));
+  }
 
   void activate() override {} // the window manager decides
   void setLoginItem(bool enabled) override {
