@@ -1,7 +1,9 @@
+#include "files/durable_file.h"
 #include "tests/app/journeys/person.h"
 
 #include <algorithm>
 #include <set>
+#include <utility>
 
 namespace trellivar {
 namespace {
@@ -17,20 +19,25 @@ protected:
 
   void open() {
     window.click(button(text(Text::settingsLabel)));
-    window.expect(heading(text(Text::settingsLabel)));
+    window.expect(text(Text::appearanceSystem));
   }
   void close() {
     window.type(Display::escape);
     window.expectNot(text(Text::appearanceSystem));
   }
-  /// What stands in the window, less what is the same in both languages.
+  /// What stands in the window once it rests, less what is the same in both languages.
   std::set<std::string> words() const {
-    const auto all = window.texts();
-    std::set<std::string> different(all.begin(), all.end());
-    for (const char* same : {"P", "M", "R", "1", "2", "3", "English", "简体中文"})
-      different.erase(same);
+    std::set<std::string> different;
+    waitFor("the texts rest", [&] {
+      const auto all = window.texts();
+      std::set<std::string> now(all.begin(), all.end());
+      for (const char* same : {"P", "M", "R", "1", "2", "3", "English", "简体中文"})
+        now.erase(same);
+      return std::exchange(different, now) == now;
+    });
     return different;
   }
+
   Person person;
   Surface& window = person.window;
 };
@@ -64,17 +71,28 @@ TEST_F(Settings, theAppearanceChangesAtOnce) {
   close();
 }
 
-TEST_F(Settings, startAtLoginIsOnOnceEverythingIsPermittedAndCanBeSwitchedOff) {
-  const auto entry = person.folder / "home/config/autostart/trellivar.desktop";
-  const auto exists = [&] { return std::filesystem::exists(entry); };
-  waitFor("the application starts at login", exists);
+TEST_F(Settings, startAtLoginIsSwitchedOnOnceAndStaysOffAfterwards) {
+  const Wanted control = toggle(text(Text::startAtLogin));
+  const auto waitForStored = [this](std::string_view line) {
+    waitFor(line, [&] {
+      const auto settings = readFile(person.dataFolder() / "settings.ini");
+      return settings && settings->find(line) != std::string::npos;
+    });
+  };
+  waitForStored("startAtLogin=true"); // since everything is permitted
   open();
-  window.expectChecked(toggle(text(Text::startAtLogin)));
-  window.click(toggle(text(Text::startAtLogin)));
-  waitFor("it starts at login no longer", [&] { return !exists(); });
+  window.expectChecked(control);
   person.chooseFromMenu(text(Text::startAtLogin));
-  waitFor("it starts at login again", exists);
-  window.expectChecked(toggle(text(Text::startAtLogin)));
+  window.expectChecked(control, false);
+  window.click(control);
+  window.expectChecked(control);
+  window.click(control);
+  waitForStored("startAtLogin=false");
+
+  person.restart();
+  person.goOnToThePad();
+  open();
+  window.expectChecked(control, false);
 }
 
 } // namespace

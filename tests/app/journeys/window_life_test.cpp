@@ -26,11 +26,13 @@ TEST_F(WindowLife, remappingGoesOnWhileTheWindowIsClosed) {
   person.hearsFrom(1, "play_or_pause+ play_or_pause-");
 }
 
-TEST_F(WindowLife, aPermissionThatIsGivenAgainCountsAlthoughTheWindowIsClosed) {
+TEST_F(WindowLife, aPermissionThatChangesWhileTheWindowIsClosedCountsOnceItIsOpen) {
   window.close();
   person.permit("Accessibility", false);
   person.hearsFrom(1, "left_control+ c+ c- left_control-");
   person.permit("Accessibility", true);
+  person.chooseFromMenu(text(Text::menuOpen));
+  window.arrange();
   person.pressUntil(1, "it is remapped again",
                     [this] { return person.heard().ends_with("mute+ mute-"); });
 }
