@@ -5,6 +5,7 @@
 #include <QQmlContext>
 #include <QQmlEngine>
 #include <QtQuickTest>
+#include <exception>
 #include <memory>
 
 namespace trellivar {
@@ -24,9 +25,13 @@ public:
   }
   /// Begins anew with a scene.
   Q_INVOKABLE void enter(const QString& name, const QString& language = "en") {
-    begin();
-    setLanguage(language);
-    scene(name.toStdString()).arrange(*this);
+    try {
+      begin();
+      setLanguage(language);
+      scene(name.toStdString()).arrange(*this);
+    } catch (const std::exception& error) {
+      qjsEngine(this)->throwError(QString::fromUtf8(error.what()));
+    }
   }
 };
 

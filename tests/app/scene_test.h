@@ -16,8 +16,8 @@ namespace trellivar {
 class StageTest : public testing::Test {
 protected:
   void TearDown() override {
-    EXPECT_EQ(stage.warnings().join('\n').toStdString(), "");
     stage.end();
+    EXPECT_EQ(stage.warnings().join('\n').toStdString(), "");
   }
 
   /// Begins anew with a scene.

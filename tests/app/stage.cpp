@@ -48,7 +48,7 @@ desk::Pad::Link linkNamed(const QString& name) {
 } // namespace
 
 struct Stage::World {
-  WarningLog warnings;
+  WarningLog warnings; ///< first, so that it hears how everything else goes
   TemporaryFolder folder{quickFolder()};
   desk::Machine machine;
   HurriedClock clock{std::chrono::milliseconds(1)};
@@ -72,7 +72,7 @@ struct Stage::World {
   std::unique_ptr<QObject> content;
   QQuickWindow* window = nullptr; ///< owned by `content`
 
-  World() {
+  explicit World(QStringList& heard) : warnings(heard) {
     machine.desk.events().setRecording(false);
     settings->setAppearance(AppAppearance::dark);
     settings->onStartAtLoginChanged([this](bool isOn) { platform.setLoginItem(isOn); });
@@ -90,7 +90,7 @@ Stage::~Stage() = default;
 
 void Stage::begin() {
   end();
-  world_ = std::make_unique<World>();
+  world_ = std::make_unique<World>(warnings_);
   settle();
 }
 
@@ -187,10 +187,10 @@ void Stage::layOut() {
 }
 
 void Stage::open() {
+  root().start();
+  app().refresh();
   QQmlComponent main(&world_->qml, QUrl("qrc:/Trellivar/qml/Main.qml"));
   openWindow(std::unique_ptr<QObject>(main.create()));
-  root().start();
-  settle();
 }
 
 void Stage::goOn() {
@@ -266,6 +266,14 @@ QStringList Stage::texts() const {
     if (isText(*item)) texts += item->property("text").toString();
   }
   return texts;
+}
+
+QStringList Stage::names() const {
+  QStringList names;
+  for (QQuickItem* item : seenItems(*window())) {
+    if (isControl(*item) && componentOf(*item) != "PickerKey") names += accessibleName(*item);
+  }
+  return names;
 }
 
 QString Stage::focused() const {
@@ -394,7 +402,6 @@ AppRoot& Stage::root() const { return world_->root; }
 desk::Machine& Stage::machine() const { return world_->machine; }
 QQuickWindow* Stage::window() const { return world_->window; }
 QObject* Stage::appObject() const { return &world_->bridge; }
-QStringList Stage::warnings() const { return world_->warnings.heard(); }
 QStringList Stage::calls() const { return world_->platform.calls; }
 
 } // namespace trellivar

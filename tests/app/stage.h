@@ -24,7 +24,7 @@ class Stage : public QObject {
   /// What QML sees of the application.
   Q_PROPERTY(QObject* app READ appObject)
   Q_PROPERTY(QQuickWindow* window READ window)
-  /// Of Qt and QML since the beginning.
+  /// Of Qt and QML, until they are forgotten.
   Q_PROPERTY(QStringList warnings READ warnings)
   /// What the application asked of the system, in order.
   Q_PROPERTY(QStringList calls READ calls)
@@ -38,6 +38,7 @@ public:
   Q_INVOKABLE void begin();
   /// Everything goes; what began must have ended before the process does.
   Q_INVOKABLE void end();
+  Q_INVOKABLE void forgetWarnings() { warnings_.clear(); }
 
   // The computer
 
@@ -89,6 +90,8 @@ public:
   /// Every text, in the order of painting.
   Q_INVOKABLE QStringList texts() const;
   Q_INVOKABLE bool shows(const QString& text) const { return texts().contains(text); }
+  /// The accessible names of what can be worked, but for the keys of the drawn keyboard.
+  Q_INVOKABLE QStringList names() const;
   /// What has the keyboard; by its accessible name.
   Q_INVOKABLE QString focused() const;
   /// The role of an item as the number in QAccessible.
@@ -134,7 +137,7 @@ public:
   desk::Machine& machine() const;
   QQuickWindow* window() const;
   QObject* appObject() const;
-  QStringList warnings() const;
+  const QStringList& warnings() const { return warnings_; }
   QStringList calls() const;
 
 private:
@@ -144,6 +147,7 @@ private:
   void layOut();
   QPoint middleOf(const QQuickItem& item) const;
 
+  QStringList warnings_;
   std::unique_ptr<World> world_;
 };
 

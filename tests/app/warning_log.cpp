@@ -13,7 +13,10 @@ bool isOfTheDisplay(const QString& message) {
 
 } // namespace
 
-WarningLog::WarningLog() : next_(qInstallMessageHandler(&WarningLog::hear)) { current = this; }
+WarningLog::WarningLog(QStringList& heard)
+    : heard_(heard), next_(qInstallMessageHandler(&WarningLog::hear)) {
+  current = this;
+}
 
 WarningLog::~WarningLog() {
   current = nullptr;

@@ -2,7 +2,6 @@
 
 #include <QStringList>
 #include <QtGlobal>
-#include <utility>
 
 namespace trellivar {
 
@@ -10,19 +9,16 @@ namespace trellivar {
 /// at a time.
 class WarningLog {
 public:
-  WarningLog();
+  /// They are added to `heard`, which must outlive it.
+  explicit WarningLog(QStringList& heard);
   WarningLog(const WarningLog&) = delete;
   WarningLog& operator=(const WarningLog&) = delete;
   ~WarningLog();
 
-  const QStringList& heard() const { return heard_; }
-  /// What was heard until now, which then counts no more.
-  QStringList take() { return std::exchange(heard_, {}); }
-
 private:
   static void hear(QtMsgType type, const QMessageLogContext& context, const QString& message);
 
-  QStringList heard_;
+  QStringList& heard_;
   QtMessageHandler next_;
 };
 

@@ -7,8 +7,9 @@ TestCase {
         Stage.begin();
     }
     function cleanup() {
-        const warnings = Stage.warnings.join("\n");
         Stage.end();
+        const warnings = Stage.warnings.join("\n");
+        Stage.forgetWarnings();
         compare(warnings, "", "no warnings");
     }
 

@@ -8,6 +8,7 @@ StageCase {
     // Its warnings are wanted; the usual end would fail.
     function cleanup() {
         Stage.end();
+        Stage.forgetWarnings();
     }
 
     function test_warningsOfQmlAreHeard_data() {
@@ -40,6 +41,13 @@ StageCase {
         verify(heard.includes(data.warning), heard);
     }
 
+    function test_noWarningIsLostWhenTheStageBeginsAnew() {
+        Stage.show("Item { Component.onCompleted: console.warn('first') }");
+        Stage.begin();
+        Stage.show("Item { Component.onDestruction: console.warn('last') }");
+        Stage.end();
+        compare(Stage.warnings.join(), "first,last");
+    }
     function test_nothingIsHeardOfAComponentThatIsWell() {
         Stage.show("ActionButton { text: 'Press' }");
         compare(Stage.warnings.join("\n"), "");
