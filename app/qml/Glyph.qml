@@ -10,7 +10,8 @@ Item {
     property color color: Theme.text
 
     readonly property string speaker: "M2.5 9.5 H6.5 L11.5 5 V19 L6.5 14.5 H2.5 Z"
-    readonly property string mouse: "M12 2.5 A6.5 6.5 0 0 1 18.5 9 V15 A6.5 6.5 0 0 1 5.5 15 V9 A6.5 6.5 0 0 1 12 2.5 Z M5.5 11 H18.5"
+    readonly property string mouse: "M12 2.5 A6.5 6.5 0 0 1 18.5 9 V15 A6.5 6.5 0 0 1 5.5 15 V9 "
+        + "A6.5 6.5 0 0 1 12 2.5 Z M5.5 11 H18.5"
     // On a ground of 24 by 24: what is filled, and what is a line.
     readonly property var drawings: ({
             "volume_increment": [speaker, "M15 9 A4.2 4.2 0 0 1 15 15 M17.8 6.2 A8.2 8.2 0 0 1 17.8 17.8"],

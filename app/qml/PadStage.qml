@@ -5,8 +5,10 @@ import Trellivar
 Item {
     id: stage
 
-    // As large as the room allows; the room is in widths of a keycap.
-    readonly property real capSize: Math.floor(Math.min((width - Theme.unit * 10) / 3.9, (height - captions.height - leader - Theme.unit * 10) / 1.6, Theme.capLargest))
+    // As large as the room allows. The pad is some 3.9 keycaps wide and 1.6 high, and its switch.
+    readonly property real widest: (width - Theme.unit * 10) / 3.9
+    readonly property real highest: (height - captions.height - leader - Theme.unit * 10) / 1.6
+    readonly property real capSize: Math.floor(Math.min(widest, highest, Theme.capLargest))
     readonly property real leader: Theme.unit * 3
 
     PadCable {
