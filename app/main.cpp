@@ -1,3 +1,4 @@
+#include "app/computer.h"
 #include "app/options.h"
 #include "app/single_instance.h"
 #include "app/trellivar_app.h"
@@ -11,7 +12,9 @@ namespace {
 /// Read without a display, which --help and a mistake do not need.
 trellivar::Options optionsOf(int argc, char* argv[]) {
   const QCoreApplication loop(argc, argv);
-  return trellivar::parseOptions(QCoreApplication::arguments());
+  trellivar::Options options = trellivar::parseOptions(QCoreApplication::arguments());
+  if (options.simulate) trellivar::continueOnTheDesk(argv);
+  return options;
 }
 
 int run(int argc, char* argv[]) {

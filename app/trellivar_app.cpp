@@ -1,9 +1,6 @@
 #include "app/trellivar_app.h"
 
 #include "app/bridge/own_texts.h"
-#include "app/desk/desk_bridge.h"
-#include "app/desk/desk_session.h"
-#include "app/local_services.h"
 #include "app/qt_user_defaults.h"
 
 #include <QQuickWindow>
@@ -15,15 +12,11 @@ namespace trellivar {
 
 TrellivarApp::TrellivarApp(const Options& options)
     : platform_(platformServices(options.loginArguments())),
-      desk_(options.simulate ? std::make_unique<DeskSession>() : nullptr),
+      computer_(computer(options.simulate)),
       root_(setup(options),
             std::make_shared<ProfileListViewModel>(ProfileStore(options.dataFolder))),
       bridge_(root_, *platform_, hasEngine_),
-      delegate_(root_.settings(), *platform_) {
-  if (desk_) deskBridge_ = std::make_unique<DeskBridge>(*desk_);
-}
-
-TrellivarApp::~TrellivarApp() = default;
+      delegate_(root_.settings(), *platform_) {}
 
 std::shared_ptr<SettingsStore> TrellivarApp::settingsFor(const Options& options) const {
   const auto defaults = options.isDataFolderGiven
@@ -35,25 +28,10 @@ std::shared_ptr<SettingsStore> TrellivarApp::settingsFor(const Options& options)
   return settings;
 }
 
-AppRoot::Setup TrellivarApp::services(const Options& options) {
-  auto signatures = std::make_shared<SignatureStore>(options.dataFolder, debugLog);
-  auto settings = settingsFor(options);
-  if (desk_)
-    return {.queue = queue_,
-            .background = background_,
-            .engine = desk_->engine(),
-            .startTap = [this] { desk_->machine().engine.startTap(); },
-            .capturer = desk_->capturer(),
-            .enumerator = desk_->enumerator(),
-            .hotplug = desk_->hotplug(),
-            .link = desk_->link(),
-            .signatures = std::move(signatures),
-            .settings = std::move(settings)};
-  return localSetup(queue_, background_, std::move(signatures), std::move(settings));
-}
-
 AppRoot::Setup TrellivarApp::setup(const Options& options) {
-  AppRoot::Setup services = this->services(options);
+  AppRoot::Setup services = computer_->setup(
+      queue_, background_, std::make_shared<SignatureStore>(options.dataFolder, debugLog),
+      settingsFor(options));
   hasEngine_ = !dynamic_cast<const StubRemapEngine*>(services.engine.get());
   if (!hasEngine_) {
     const std::string title(OwnTexts::noEngineTitle.english);
@@ -78,7 +56,7 @@ bool TrellivarApp::launch() {
   delegate_.setMainWindow(window);
   QObject::connect(window, &QWindow::visibleChanged, window,
                    [this](bool isVisible) { isVisible ? root_.start() : root_.stop(); });
-  if (desk_) qml_.load(QUrl("qrc:/Trellivar/qml/DeskWindow.qml"));
+  computer_->show(qml_);
   return true;
 }
 

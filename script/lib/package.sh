@@ -16,7 +16,7 @@ make_package() {
 make_disk_image() {
   local app=build/package/Trellivar.app
   cp -R "build/$1/app/Trellivar.app" $app &&
-    macdeployqt $app -qmldir=app/qml &&
+    macdeployqt $app -qmldir=app/qml -executable=$app/Contents/MacOS/trellivar-desk &&
     codesign --force --deep --options runtime --entitlements packaging/macos/Trellivar.entitlements \
       --sign - $app &&
     codesign --verify --deep --strict $app &&
