@@ -128,12 +128,29 @@ StageCase {
         Stage.press(2);
         compare(Stage.learned(2), "");
     }
-    function test_theRingShowsTheTimeThatIsLeft() {
-        Stage.enter("recording");
-        compare(part("TimeRing", 0).period, 8000);
-        fuzzyCompare(part("TimeRing", 0).remaining, 0.75, 0.01);
-        Stage.enter("learning");
-        compare(part("TimeRing", 0).period, 12000);
+    function listenTo(key: int, mode: string, action: string) {
+        Stage.setMotionReduced(false);
+        Stage.open();
+        Stage.goOn();
+        Stage.turnTo(mode);
+        Stage.connectPad("bluetooth");
+        click(mode);
+        Stage.click(part("KeycapView", key - 1));
+        Stage.pass(1);
+        click(action);
+    }
+    function test_theRingShowsTheTimeThatIsLeft_data() {
+        return [
+            { tag: "recording", mode: "P", action: "Record custom", seconds: 8 },
+            { tag: "learning", mode: "M", action: "Capture Key 2", seconds: 12 }
+        ];
+    }
+    function test_theRingShowsTheTimeThatIsLeft(data) {
+        listenTo(2, data.mode, data.action);
+        Stage.pass(data.seconds / 4);
+        fuzzyCompare(part("TimeRing", 0).remaining, 0.75, 0.02);
+        Stage.pass(data.seconds / 2);
+        fuzzyCompare(part("TimeRing", 0).remaining, 0.25, 0.02);
     }
     function test_selectingAnotherKeyChangesThePanel() {
         Stage.enter("selected");

@@ -92,6 +92,7 @@ StageCase {
     }
 
     function test_timeRing_emptiesInItsPeriod() {
+        Stage.setMotionReduced(false);
         const ring = Stage.show("TimeRing { period: 8000 }");
         fuzzyCompare(ring.remaining, 1, 0.01);
         Stage.pass(2);
