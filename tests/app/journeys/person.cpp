@@ -68,6 +68,7 @@ int Person::quit() {
 void Person::restart() {
   EXPECT_EQ(quit(), 0);
   start();
+  window.expect(choice("P"));
 }
 
 void Person::chooseFromMenu(std::string_view entry) {

@@ -49,7 +49,7 @@ public:
   void goOnToThePad();
   /// The exit code.
   int quit();
-  /// Its process ends and begins anew.
+  /// Its process ends and begins anew, where one had gone on to the pad before.
   void restart();
   /// The exit code, after it has ended by itself.
   int waitForItsEnd();

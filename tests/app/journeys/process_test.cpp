@@ -71,7 +71,6 @@ TEST_F(Process, thatIsKilledShowsAndKeepsWhatWasThere) {
   program.kill();
 
   person.start();
-  person.goOnToThePad();
   window.expect(button("1 静音"));
   EXPECT_EQ(person.storedBindings("P"), "1 mute:media");
 }

@@ -29,7 +29,6 @@ TEST(Restart, findsEverythingAgain) {
 
   person.restart();
   waitFor("the window is dark", [&] { return window.isDark(); });
-  person.goOnToThePad();
   person.bring("M", "Bluetooth");
   person.hearsFrom(1, "volume_increment+ volume_increment-");
   window.click(choice("M"));
@@ -54,7 +53,6 @@ TEST(Restart, profilesThatCannotBeReadAreKeptBeside) {
   person.bring("P", "Cable");
   person.bind(1, Text::mute);
   person.restart();
-  person.goOnToThePad();
   person.bring("P", "Cable");
   person.hearsFrom(1, "mute+ mute-");
   EXPECT_EQ(readFile(person.dataFolder() / "profiles.json.unreadable"), broken);

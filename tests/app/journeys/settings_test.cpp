@@ -90,7 +90,6 @@ TEST_F(Settings, startAtLoginIsSwitchedOnOnceAndStaysOffAfterwards) {
   waitForStored("startAtLogin=false");
 
   person.restart();
-  person.goOnToThePad();
   open();
   window.expectChecked(control, false);
 }

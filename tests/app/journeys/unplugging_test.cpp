@@ -53,9 +53,12 @@ TEST_F(Unplugging, aPermissionThatIsTakenAwayAndGivenAgainNeedsNoRestart) {
   person.hearsFrom(1, output);
   person.permit("Accessibility", false);
   person.hearsFrom(1, "left_control+ c+ c- left_control-");
+  window.expect(text(Text::step1Title));
+  window.expect(button(text(Text::openAccessibility)));
   person.permit("Accessibility", true);
   person.pressUntil(1, "it is remapped again", [this] { return person.heard().ends_with(output); });
   person.hearsFrom(1, output);
+  window.expectNot(text(Text::step1Title));
 }
 
 } // namespace
