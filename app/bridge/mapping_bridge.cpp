@@ -10,6 +10,18 @@
 
 namespace trellivar {
 
+namespace {
+
+/// Of one period of what is listened for; 0 while nothing is.
+int millisecondsOfPeriod(const MappingViewModel& mapping) {
+  Seconds period{};
+  if (*mapping.isLearning()) period = MappingViewModel::learnPeriod;
+  if (*mapping.isRecording()) period = MappingViewModel::recordPeriod;
+  return static_cast<int>(std::chrono::duration_cast<std::chrono::milliseconds>(period).count());
+}
+
+} // namespace
+
 MappingBridge::MappingBridge(AppRoot& root, QObject* parent)
     : Refreshing(parent),
       root_(root),
@@ -29,12 +41,6 @@ MappingBridge::MappingBridge(AppRoot& root, QObject* parent)
   watch(root_.profiles().profiles());
   watch(root_.settings().language());
   refresh();
-}
-
-int MappingBridge::listeningMilliseconds() const {
-  const Seconds period =
-      isRecording_ ? MappingViewModel::recordPeriod : MappingViewModel::learnPeriod;
-  return static_cast<int>(std::chrono::duration_cast<std::chrono::milliseconds>(period).count());
 }
 
 void MappingBridge::select(int keyId) {
@@ -81,6 +87,9 @@ void MappingBridge::refresh() {
   isOther |= take(glyph_, bound ? qtText(OutputLibrary::glyph(bound->output)) : QString());
   if (isOther) Q_EMIT legendChanged();
   if (take(canAssign_, mapping.hasSignature(selected))) Q_EMIT canAssignChanged();
+  // The period first: with it begins what shows the time that is left.
+  if (take(listeningMilliseconds_, millisecondsOfPeriod(mapping)))
+    Q_EMIT listeningMillisecondsChanged();
   if (take(isRecording_, *mapping.isRecording())) Q_EMIT isRecordingChanged();
   if (take(isLearning_, *mapping.isLearning())) Q_EMIT isLearningChanged();
   if (take(error_, qtText(mapping.lastError()->value_or("")))) Q_EMIT errorChanged();

@@ -30,7 +30,8 @@ class MappingBridge : public Refreshing {
   Q_PROPERTY(bool isRecording READ isRecording NOTIFY isRecordingChanged)
   Q_PROPERTY(bool isLearning READ isLearning NOTIFY isLearningChanged)
   /// Of one period of listening.
-  Q_PROPERTY(int listeningMilliseconds READ listeningMilliseconds NOTIFY isRecordingChanged)
+  Q_PROPERTY(
+      int listeningMilliseconds READ listeningMilliseconds NOTIFY listeningMillisecondsChanged)
   /// Empty without one.
   Q_PROPERTY(QString error READ error NOTIFY errorChanged)
   Q_PROPERTY(QString learnText READ learnText NOTIFY learnTextChanged)
@@ -49,7 +50,7 @@ public:
   bool canAssign() const { return canAssign_; }
   bool isRecording() const { return isRecording_; }
   bool isLearning() const { return isLearning_; }
-  int listeningMilliseconds() const;
+  int listeningMilliseconds() const { return listeningMilliseconds_; }
   QString error() const { return error_; }
   QString learnText() const { return learnText_; }
 
@@ -72,6 +73,7 @@ Q_SIGNALS:
   void titleChanged();
   void legendChanged();
   void canAssignChanged();
+  void listeningMillisecondsChanged();
   void isRecordingChanged();
   void isLearningChanged();
   void errorChanged();
@@ -90,6 +92,7 @@ private:
   QString legend_;
   QString glyph_;
   bool canAssign_ = false;
+  int listeningMilliseconds_ = 0;
   bool isRecording_ = false;
   bool isLearning_ = false;
   QString error_;

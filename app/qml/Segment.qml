@@ -15,7 +15,8 @@ AbstractButton {
     font.pixelSize: Theme.body
     font.weight: isChosen ? Font.DemiBold : Font.Normal
     hoverEnabled: true
-    focusPolicy: isChosen ? Qt.StrongFocus : Qt.ClickFocus
+    // Another one is chosen while this still has the keyboard.
+    focusPolicy: isChosen || activeFocus ? Qt.StrongFocus : Qt.ClickFocus
     Accessible.role: Accessible.RadioButton
     Accessible.name: text
     Accessible.checkable: true

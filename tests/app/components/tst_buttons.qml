@@ -53,10 +53,12 @@ StageCase {
         verify(!Stage.isChecked(control("On")));
     }
 
-    readonly property string choice: "Column { property string value: 'b';"
+    readonly property string choice: "Column { id: root; property string value: 'b';"
         + " ActionButton { text: 'Before' }"
-        + " Segmented { name: 'Letters'; value: parent.value; onChosen: value => parent.value = value;"
-        + " choices: [{value: 'a', text: 'A'}, {value: 'b', text: 'B'}, {value: 'c', text: 'C'}] }"
+        + " Segmented { name: 'Choice';"
+        + ["a", "b", "c"].map(each => " Segment { text: '" + each.toUpperCase() + "'; isChosen: root.value === '" + each
+            + "'; onClicked: root.value = '" + each + "' }").join("")
+        + " }"
         + " ActionButton { text: 'Behind' } }"
 
     function test_segmented_choosesByMouse() {

@@ -21,6 +21,11 @@ StageCase {
         compare(Stage.control("Discover this mode"), null);
     }
 
+    // The note of the screen behind the sheet is none of the sheet's errors.
+    function errors(): var {
+        return Stage.alerts().filter(text => text !== "" && text !== "Mode M hasn't been discovered yet");
+    }
+
     function test_eachStep_data() {
         return [
             { tag: "discovery-switch", title: "Flip the switch to M", detail: "Slide the Orlo3's P/M/R switch to M, then confirm it's connected.", action: "Check connection", error: "" },
@@ -41,7 +46,7 @@ StageCase {
         compare(Stage.shows("Listening…"), data.action === "");
         for (const action of ["Check connection", "Capture Key 2", "Save Mode M", "Done"])
             compare(Stage.control(action) !== null, action === data.action, action);
-        compare(Stage.alerts().filter(text => text !== "").join(), data.error);
+        compare(errors().join(), data.error);
         control("Close");
     }
 
@@ -87,7 +92,7 @@ StageCase {
         Stage.connectPad("bluetooth");
         click("Check connection");
         verifyShown("Press Key 1 on your Orlo3");
-        compare(Stage.alerts().filter(text => text !== "").join(), "");
+        compare(errors().join(), "");
     }
     function test_theKeyboardReturnsToTheNote() {
         Stage.enter("undiscovered");

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QTimer>
 #include <QWindow>
@@ -220,9 +221,18 @@ struct Turns {
   }
 };
 
+/// A window that is shown activates the application, which would show a closed one again.
+void letActivationPass() {
+  const QDeadlineTimer end(5000);
+  while (QGuiApplication::applicationState() != Qt::ApplicationActive && !end.hasExpired())
+    QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+  QCoreApplication::processEvents();
+}
+
 TEST_F(AppDelegateTest, goesOnWithoutAWindow) {
   start();
   launch->window.show();
+  letActivationPass();
   bool wasLast = false;
   QObject::connect(qGuiApp, &QGuiApplication::lastWindowClosed, &launch->window,
                    [&] { wasLast = true; });
