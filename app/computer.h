@@ -12,6 +12,8 @@ namespace trellivar {
 /// thread.
 class Computer {
 public:
+  Computer(const Computer&) = delete;
+  Computer& operator=(const Computer&) = delete;
   virtual ~Computer() = default;
 
   /// Its services. They end with it.
@@ -23,8 +25,6 @@ public:
 
 protected:
   Computer() = default;
-  Computer(const Computer&) = delete;
-  Computer& operator=(const Computer&) = delete;
 };
 
 /// The one that this program is for.

@@ -95,6 +95,7 @@ void AppBridge::refresh() {
     Q_EMIT appearanceChanged();
   }
   if (take(isDark_, platform_.isDark())) Q_EMIT isDarkChanged();
+  if (take(isMotionReduced_, platform_.isMotionReduced())) Q_EMIT isMotionReducedChanged();
   if (take(isOnboarding_, *root_.isOnboarding())) Q_EMIT isOnboardingChanged();
   if (take(startAtLogin_, *settings.startAtLogin())) Q_EMIT startAtLoginChanged();
 }

@@ -33,7 +33,7 @@ class AppBridge : public Refreshing {
   Q_PROPERTY(QString appearance READ appearance WRITE setAppearance NOTIFY appearanceChanged)
   /// What the appearance comes to now.
   Q_PROPERTY(bool isDark READ isDark NOTIFY isDarkChanged)
-  Q_PROPERTY(bool isMotionReduced READ isMotionReduced CONSTANT)
+  Q_PROPERTY(bool isMotionReduced READ isMotionReduced NOTIFY isMotionReducedChanged)
   Q_PROPERTY(bool startAtLogin READ startAtLogin WRITE setStartAtLogin NOTIFY startAtLoginChanged)
   /// The first steps are to be shown, instead of the pad.
   Q_PROPERTY(bool isOnboarding READ isOnboarding NOTIFY isOnboardingChanged)
@@ -87,6 +87,7 @@ Q_SIGNALS:
   void languageChanged();
   void appearanceChanged();
   void isDarkChanged();
+  void isMotionReducedChanged();
   void startAtLoginChanged();
   void isOnboardingChanged();
   void discoveryChanged();
@@ -105,6 +106,7 @@ private:
   QString language_;
   QString appearance_;
   bool isDark_ = false;
+  bool isMotionReduced_ = false;
   bool startAtLogin_ = false;
   bool isOnboarding_ = true;
 };

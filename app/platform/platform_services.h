@@ -28,7 +28,7 @@ public:
   virtual void setAppearance(AppAppearance appearance) = 0;
   /// What the appearance comes to now.
   virtual bool isDark() const = 0;
-  /// Called after the system's appearance has changed.
+  /// Called after the system's appearance, or its wish for less motion, has changed.
   virtual void onAppearanceChanged(std::function<void()> callback) = 0;
   virtual bool isMotionReduced() const = 0;
   /// Has the system ask the user for it.

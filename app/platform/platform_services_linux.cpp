@@ -1,10 +1,10 @@
 #include "app/platform/autostart_entry.h"
+#include "app/platform/desktop_settings.h"
 #include "app/platform/platform_services.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QIcon>
-#include <QPalette>
 #include <QStandardPaths>
 #include <optional>
 #include <string>
@@ -18,7 +18,7 @@ namespace {
 class LinuxServices final : public PlatformServices {
 public:
   explicit LinuxServices(std::optional<QStringList> loginArguments)
-      : loginArguments_(std::move(loginArguments)), systemIsDark_(looksDark()) {
+      : loginArguments_(std::move(loginArguments)) {
     QGuiApplication::setDesktopFileName("trellivar");
     QGuiApplication::setWindowIcon(QIcon::fromTheme("trellivar"));
   }
@@ -40,28 +40,23 @@ public:
     if (changed_) changed_();
   }
   bool isDark() const override {
-    return appearance_ == AppAppearance::system ? systemIsDark_
+    return appearance_ == AppAppearance::system ? desktop_.isDark()
                                                 : appearance_ == AppAppearance::dark;
   }
   void onAppearanceChanged(std::function<void()> callback) override {
     changed_ = std::move(callback);
   }
-  bool isMotionReduced() const override { return false; }
+  bool isMotionReduced() const override { return desktop_.isMotionReduced(); }
   void promptForAccessibility() override {} // nothing to permit here
   void openSettings(Page /*page*/) override {}
 
 private:
-  /// As the palette that the desktop gave to the application.
-  static bool looksDark() {
-    const QPalette palette = QGuiApplication::palette();
-    return palette.color(QPalette::Window).lightness() <
-           palette.color(QPalette::WindowText).lightness();
-  }
-
   std::optional<QStringList> loginArguments_;
   AppAppearance appearance_ = AppAppearance::system;
-  bool systemIsDark_;
   std::function<void()> changed_;
+  DesktopSettings desktop_{QDBusConnection::sessionBus(), [this] {
+                             if (changed_) changed_();
+                           }};
 };
 
 } // namespace

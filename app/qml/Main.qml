@@ -12,6 +12,11 @@ ApplicationWindow {
     title: "Trellivar"
     color: Theme.window
 
+    // As the menu of the status area has it, which not every desktop shows.
+    Shortcut {
+        sequence: "Ctrl+Q"
+        onActivated: Qt.quit()
+    }
     Loader {
         anchors.fill: parent
         active: App.isOnboarding

@@ -197,6 +197,17 @@ TEST_F(SingleInstanceTest, anotherDataFolderRunsBeside) {
   EXPECT_TRUE(second->isRunning());
 }
 
+TEST_F(SingleInstanceTest, aCopyElsewhereStartsLikeTheOriginal) {
+  fs::create_directory(home / "copy");
+  fs::copy_file(TRELLIVAR_PROGRAM, home / "copy" / "program");
+  Program copy(home.path(), {"--simulate", "--data-dir", QString::fromStdString(folder.string())},
+               {}, QString::fromStdString((home / "copy" / "program").string()));
+  ASSERT_TRUE(holds(folder));
+  copy.kill();
+  const std::string complaints = copy.ending().err;
+  EXPECT_EQ(complaints.find(".qml"), std::string::npos) << complaints;
+}
+
 TEST_F(SingleInstanceTest, ofManyStartsAtOnceOneStays) {
   std::vector<std::unique_ptr<Program>> starts;
   for (int i = 0; i < 5; ++i)

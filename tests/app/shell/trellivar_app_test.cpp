@@ -6,6 +6,8 @@
 
 #include <QGuiApplication>
 #include <QSettings>
+#include <QTest>
+#include <QTimer>
 #include <QWindow>
 #include <memory>
 #include <stdexcept>
@@ -73,6 +75,21 @@ TEST_F(TrellivarAppTest, closingTheWindowLeavesTheRestAlone) {
   EXPECT_TRUE(window("Desk").isVisible());
   app->delegate().openMainWindow();
   EXPECT_TRUE(window("Trellivar").isVisible());
+}
+
+TEST_F(TrellivarAppTest, theKeyOfTheQuitItemWorksInTheWindowToo) {
+  launch();
+  bool isQuitting = false;
+  const auto asked =
+      QObject::connect(qGuiApp, &QCoreApplication::aboutToQuit, [&] { isQuitting = true; });
+  QTimer::singleShot(0, &window("Trellivar"), [] {
+    window("Trellivar").requestActivate();
+    QTest::keyClick(&window("Trellivar"), Qt::Key_Q, Qt::ControlModifier);
+    QTimer::singleShot(5000, &window("Trellivar"), [] { QCoreApplication::exit(1); });
+  });
+  EXPECT_EQ(QGuiApplication::exec(), 0);
+  EXPECT_TRUE(isQuitting);
+  QObject::disconnect(asked);
 }
 
 } // namespace
