@@ -20,7 +20,7 @@ void PadKeyTeller::tellSoon() {
 void PadKeyTeller::tell() {
   const auto observer = observer_.lock();
   if (!observer) return;
-  std::vector<PadKey> down;
+  std::vector<DeviceKey> down;
   for (const PadKeys::Key& key : keys_.all()) {
     if (!key.isUncertain) down.push_back({key.device, key.name});
   }

@@ -33,7 +33,7 @@ private:
   MainQueue& queue_;
   const PadKeys& keys_;
   std::weak_ptr<PadKeyObserver> observer_;
-  std::vector<PadKey> told_; ///< that the observer knows to be down
+  std::vector<DeviceKey> told_; ///< that the observer knows to be down
   WorkItem telling_;
 };
 

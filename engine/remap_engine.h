@@ -26,16 +26,16 @@ struct EngineStatus {
   friend bool operator==(const EngineStatus&, const EngineStatus&) = default;
 };
 
-/// A key that a pad sends.
-struct PadKey {
+/// A key as a device sends it.
+struct DeviceKey {
   DeviceIdentity device;
   KeyName name;
 
-  friend bool operator==(const PadKey&, const PadKey&) = default;
+  friend bool operator==(const DeviceKey&, const DeviceKey&) = default;
 };
 
 /// Receives the keys that are down on pads, in no order, after each change.
-using PadKeyObserver = std::function<void(std::span<const PadKey> down)>;
+using PadKeyObserver = std::function<void(std::span<const DeviceKey> down)>;
 
 /// What remaps. Operations may throw `EngineError`; nothing has changed then. Main thread.
 class RemapEngine {

@@ -62,7 +62,7 @@ std::set<int> keysDown(const KeyLayout& layout, const Names& down) {
 PressedKeys::PressedKeys(RemapEngine& engine, const Published<TrellivarDevice>& device)
     : deviceChanges_(
           device.willChange([this](const TrellivarDevice& next) { ids_.set(idsOn(next)); })),
-      keyChanges_(engine.onPadKeysChanged([this, &device](std::span<const PadKey> down) {
+      keyChanges_(engine.onPadKeysChanged([this, &device](std::span<const DeviceKey> down) {
         down_.assign(down.begin(), down.end());
         ids_.set(idsOn(*device));
       })) {}
@@ -71,7 +71,7 @@ std::set<int> PressedKeys::idsOn(const TrellivarDevice& device) const {
   std::set<int> ids;
   for (const BoundLayout& bound : boundLayouts(device)) {
     Names names;
-    for (const PadKey& key : down_) {
+    for (const DeviceKey& key : down_) {
       if (key.device == bound.identity) names.insert(key.name);
     }
     ids.merge(keysDown(*bound.layout, names));

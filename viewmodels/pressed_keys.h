@@ -27,7 +27,7 @@ private:
   std::set<int> idsOn(const TrellivarDevice& device) const;
 
   Published<std::set<int>> ids_;
-  std::vector<PadKey> down_; ///< on all pads
+  std::vector<DeviceKey> down_; ///< on all pads
   Subscription deviceChanges_;
   std::shared_ptr<void> keyChanges_;
 };

@@ -4,6 +4,7 @@
 #include "tests/journeys/user.h"
 
 #include <algorithm>
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
@@ -111,6 +112,39 @@ inline std::string settingsAreKept(User& user) {
   if (kept.string("appAppearance").value_or("system") != rawValue(*settings.appearance()))
     return "the appearance is not kept";
   if (kept.boolean("startAtLogin") != *settings.startAtLogin()) return "start at login is not kept";
+  return "";
+}
+
+/// Of a sheet that has just been saved. What was stored earlier about the same identity in another
+/// mode goes first.
+inline std::string deviceCarriesWhatWasCaptured(User& user, const DiscoveryViewModel& sheet) {
+  const DeviceIdentity identity = **sheet.deviceIdentity();
+  std::vector<StoredDeviceSignatures> records = user.storedSignatures();
+  std::erase_if(records, [&](const StoredDeviceSignatures& record) {
+    return DeviceIdentity{record.vendorId, record.productId} != identity;
+  });
+  const auto kept = std::ranges::find(records, sheet.modeId(), &StoredDeviceSignatures::modeId);
+  if (kept == records.end()) return "nothing is stored about the mode";
+  std::map<int, KeySignature> stored;
+  for (const StoredKeySignature& key : kept->keySignatures)
+    stored.emplace(key.keyId, key.signature);
+  if (stored != *sheet.captured()) return "what was captured is not what is stored";
+
+  const TrellivarDevice& device = *user.mapping().device();
+  if (device.identity() != identity || kept != records.begin()) return "";
+  std::map<int, KeySignature> carried;
+  for (const PhysicalKey& key : device.layout.keys)
+    carried.emplace(key.id, key.signature);
+  for (const auto& [keyId, signature] : *sheet.captured()) {
+    if (carried[keyId] != signature) return "the device does not carry what was captured";
+  }
+  return "";
+}
+
+/// With nobody pressing anything, and some time to notice it.
+inline std::string nothingIsDown(User& user) {
+  if (!user.held().empty()) return "held down by nobody: " + user.held();
+  if (!user.root().pressedKeys().ids()->empty()) return "a keycap is down that nobody presses";
   return "";
 }
 

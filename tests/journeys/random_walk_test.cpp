@@ -59,8 +59,7 @@ std::string finish(Walker& walker) {
   if (user.app().capturer->isRunning()) return "a capture never ends";
   if (!user.app().engine->exempted.empty()) return "a pad stays exempted";
   if (user.completed != walker.now.begun) return "not everybody was told of the end";
-  if (!user.held().empty()) return "held down for ever: " + user.held();
-  return "";
+  return invariants::nothingIsDown(user);
 }
 
 std::string lastActions(const Walker& walker) {

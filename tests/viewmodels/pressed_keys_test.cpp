@@ -42,7 +42,7 @@ protected:
   void workOn(TrellivarDevice device) { device_.set(std::move(device)); }
   /// The ids after the engine has told that these are down, and nothing else.
   Ids whileDown(std::initializer_list<std::string_view> names, DeviceIdentity on = unknown) {
-    std::vector<PadKey> down;
+    std::vector<DeviceKey> down;
     for (const std::string_view name : names)
       down.push_back({on, KeyName(name)});
     engine_.tell(down);

@@ -60,7 +60,7 @@ public:
     return shared;
   }
   /// Tells of the keys of pads that are down now.
-  void tell(const std::vector<PadKey>& down) {
+  void tell(const std::vector<DeviceKey>& down) {
     if (const auto observer = padKeyObserver_.lock()) (*observer)(down);
   }
 

@@ -35,9 +35,9 @@ protected:
     return handle;
   }
   /// Each time in brackets; the keys of the other pad have its product id in front.
-  void note(std::span<const PadKey> down) {
+  void note(std::span<const DeviceKey> down) {
     std::set<std::string> keys;
-    for (const PadKey& key : down)
+    for (const DeviceKey& key : down)
       keys.insert((key.device == otherIdentity ? "43:" : "") + key.name.text());
     told_ += "[";
     for (const std::string& key : keys)

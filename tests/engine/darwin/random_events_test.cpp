@@ -80,7 +80,7 @@ private:
 
   std::string difference() const {
     std::set<std::string> told;
-    for (const PadKey& key : told_)
+    for (const DeviceKey& key : told_)
       told.insert(std::to_string(key.device.productId) + key.name.text());
     std::set<std::string> held;
     for (std::size_t i = 0; i < pads_.size(); ++i) {
@@ -173,7 +173,7 @@ private:
   std::array<desk::Desk::DeviceId, 2> pads_{};
   std::set<KeyName, KeyName::ByText> down_;
   std::shared_ptr<void> watching_;
-  std::vector<PadKey> told_; ///< that pads hold down
+  std::vector<DeviceKey> told_; ///< that pads hold down
   std::string mistold_;
   int events_ = 0;
   bool wasDisabled_ = false; ///< since the last rest

@@ -84,6 +84,7 @@ void save(Walker& walker) {
   if (!sheet || !std::holds_alternative<Step::Review>(sheet->step()->value))
     return walker.say("not");
   sheet->save();
+  walker.see(invariants::deviceCarriesWhatWasCaptured(walker.user, *sheet));
   closeSheet(walker);
 }
 

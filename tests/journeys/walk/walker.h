@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace trellivar::walk {
 
@@ -24,9 +25,13 @@ struct Walker {
   User user;
   invariants::Activities now;
   std::deque<std::string> done; ///< the latest actions, with what became of them
-  std::string problem;          ///< that an action saw
+  std::string problem;          ///< the first that an action saw
 
   void say(std::string_view what) { done.back() += " " + std::string(what); }
+  /// Takes what is wrong; empty: nothing.
+  void see(std::string wrong) {
+    if (problem.empty()) problem = std::move(wrong);
+  }
   desk::Pad& pad() { return user.machine.pad; }
   int anyKey() { return 1 + dice.below(3); }
   std::string_view anyMode() { return dice.oneOf(std::array<std::string_view, 3>{"P", "M", "R"}); }
