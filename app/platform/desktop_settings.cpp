@@ -39,6 +39,7 @@ bool isPaletteDark() {
 DesktopSettings::DesktopSettings(QDBusConnection bus, std::function<void()> changed)
     : bus_(std::move(bus)), changed_(std::move(changed)) {
   QGuiApplication::instance()->installEventFilter(this);
+  qRegisterMetaType<QDBusVariant>(); // or the bus does not find the slot that takes one
   bus_.connect(service, path, settings, "SettingChanged", this,
                SLOT(take(QString, QString, QDBusVariant)));
   ask(appearance, colourScheme);

@@ -73,10 +73,10 @@ namespace trellivar {
 using namespace cli::simulate; // NOLINT(google-build-using-namespace): they are read here only
 
 /// One key of the pad, as lists of them are read.
-struct KeyOfPad {
+struct PadKey {
   int id;
 };
-template <> KeyOfPad decode<KeyOfPad>(const JsonReader& reader) { return {padKeyIn(reader)}; }
+template <> PadKey decode<PadKey>(const JsonReader& reader) { return {padKeyIn(reader)}; }
 
 template <> KeyName decode<KeyName>(const JsonReader& reader) {
   const KeyName name(reader.text());
@@ -104,7 +104,7 @@ template <> Press decode<Press>(const JsonReader& reader) {
   Press press;
   const JsonReader keys = reader.member("press");
   if (keys.json().is_array()) {
-    for (const KeyOfPad key : keys.list<KeyOfPad>())
+    for (const PadKey key : keys.list<PadKey>())
       press.keys.push_back(key.id);
   } else {
     press.keys.push_back(padKeyIn(keys));

@@ -1,6 +1,7 @@
 #include "app/app_delegate.h"
 #include "core/l10n.h"
 #include "tests/app/shell/fake_platform.h"
+#include "tests/support/eventually.h"
 #include "viewmodels/user_defaults.h"
 
 #include <gtest/gtest.h>
@@ -232,12 +233,21 @@ void letActivationPass() {
 TEST_F(AppDelegateTest, goesOnWithoutAWindow) {
   start();
   launch->window.show();
+<<<<<<< HEAD
   letActivationPass();
+=======
+  launch->window.requestActivate();
+  ASSERT_TRUE(eventually([] {
+    QCoreApplication::processEvents();
+    return QGuiApplication::applicationState() == Qt::ApplicationActive;
+  }));
+  QCoreApplication::processEvents(); // what becoming active has brought about
+>>>>>>> shell
   bool wasLast = false;
   QObject::connect(qGuiApp, &QGuiApplication::lastWindowClosed, &launch->window,
                    [&] { wasLast = true; });
   QTimer::singleShot(0, &launch->window, [this] { launch->window.close(); });
-  Turns turns(100);
+  const Turns turns(100);
   EXPECT_EQ(QApplication::exec(), 1) << "ended by itself after turn " << turns.taken;
   EXPECT_TRUE(wasLast);
   EXPECT_FALSE(launch->window.isVisible());
