@@ -7,8 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QDeadlineTimer>
-#include <QEventLoop>
 #include <QTimer>
 #include <QWindow>
 #include <memory>
@@ -222,27 +220,15 @@ struct Turns {
   }
 };
 
-/// A window that is shown activates the application, which would show a closed one again.
-void letActivationPass() {
-  const QDeadlineTimer end(5000);
-  while (QGuiApplication::applicationState() != Qt::ApplicationActive && !end.hasExpired())
-    QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-  QCoreApplication::processEvents();
-}
-
 TEST_F(AppDelegateTest, goesOnWithoutAWindow) {
   start();
   launch->window.show();
-<<<<<<< HEAD
-  letActivationPass();
-=======
   launch->window.requestActivate();
   ASSERT_TRUE(eventually([] {
     QCoreApplication::processEvents();
     return QGuiApplication::applicationState() == Qt::ApplicationActive;
   }));
   QCoreApplication::processEvents(); // what becoming active has brought about
->>>>>>> shell
   bool wasLast = false;
   QObject::connect(qGuiApp, &QGuiApplication::lastWindowClosed, &launch->window,
                    [&] { wasLast = true; });
