@@ -58,8 +58,7 @@ SingleInstance::SingleInstance(const std::filesystem::path& dataFolder,
 void SingleInstance::listen(std::function<void()> called) {
   called_ = std::move(called);
   QObject::connect(&server_, &QLocalServer::newConnection, &server_, [this] { answer(); });
-  server_.setSocketOptions(QLocalServer::UserAccessOption);
-  QLocalServer::removeServer(address_); // left by a crash: nobody else holds the lock
+  server_.setSocketOptions(QLocalServer::UserAccessOption); // replaces what a crash has left
   if (!server_.listen(address_))
     debugLog("a second start will not be noticed: " + server_.errorString().toStdString());
 }

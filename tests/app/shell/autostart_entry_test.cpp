@@ -108,10 +108,10 @@ struct StartAtLoginTest : AutostartEntryTest {
   const fs::path data = home / "data";
 
   /// As the settings are found by a start.
-  void set(bool startAtLogin) const {
+  void set(bool startAtLogin, bool wasTried) const {
     fs::create_directories(data);
-    std::ofstream(data / "settings.ini")
-        << "[General]\nstartAtLogin=" << std::boolalpha << startAtLogin << '\n';
+    std::ofstream(data / "settings.ini") << "[General]\ndidAutoEnableLoginItem=" << std::boolalpha
+                                         << wasTried << "\nstartAtLogin=" << startAtLogin << '\n';
   }
   QStringList arguments() const { return {"--data-dir", QString::fromStdString(data.string())}; }
   bool isInstalled() const { return fs::exists(entry.file()); }
@@ -119,7 +119,7 @@ struct StartAtLoginTest : AutostartEntryTest {
 };
 
 TEST_F(StartAtLoginTest, everyStartRegistersAgainWhileItIsOn) {
-  set(true);
+  set(true, true);
   for (int again = 0; again < 2; ++again) {
     const Program program(home.path(), arguments());
     EXPECT_TRUE(eventually([&] { return isInstalled(); })) << again;
@@ -129,7 +129,7 @@ TEST_F(StartAtLoginTest, everyStartRegistersAgainWhileItIsOn) {
 }
 
 TEST_F(StartAtLoginTest, findsItsFolderInTheUsersConfiguration) {
-  set(true);
+  set(true, true);
   const Program program(home.path(), arguments(),
                         {{"XDG_CONFIG_HOME", QString::fromStdString((home / "mine").string())}});
   EXPECT_TRUE(eventually([&] { return fs::exists(home / "mine/autostart/trellivar.desktop"); }));
@@ -137,7 +137,7 @@ TEST_F(StartAtLoginTest, findsItsFolderInTheUsersConfiguration) {
 }
 
 TEST_F(StartAtLoginTest, theSimulatedDeskIsNeverStartedAtLogin) {
-  set(true);
+  set(true, false);
   // A first start on the desk, where everything is permitted, would switch it on too.
   const Program program(home.path(), arguments() + QStringList{"--simulate"});
   EXPECT_TRUE(eventually(
