@@ -104,7 +104,7 @@ bool PickerBridge::press(int key, int modifiers) {
   loneModifier_ = isModifier ? key : 0;
   const auto base = TypedKey::base(key);
   if (!base) return isModifier;
-  for (const Modifier held : TypedKey::modifiers(Qt::KeyboardModifiers::fromInt(modifiers))) {
+  for (const Modifier held : TypedKey::modifiers(Qt::KeyboardModifiers(modifiers))) {
     const bool isThere = std::ranges::any_of(modifiers_, [held](Modifier chosen) {
       return chosen == held || chosen == held.oppositeSide();
     });

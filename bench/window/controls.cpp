@@ -3,6 +3,7 @@
 #include <QAccessible>
 #include <QEventLoop>
 #include <QGuiApplication>
+#include <QMouseEvent>
 #include <QTimer>
 #include <QWindow>
 #include <chrono>
@@ -34,6 +35,17 @@ QAccessibleInterface* find(const QString& name) {
   return nullptr;
 }
 
+void click(const QAccessibleInterface& control) {
+  QWindow* window = control.window();
+  const QPointF global = control.rect().center();
+  const QPointF local = window->mapFromGlobal(global);
+  for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+    const auto buttons = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+    QMouseEvent event(type, local, global, Qt::LeftButton, buttons, Qt::NoModifier);
+    QCoreApplication::sendEvent(window, &event);
+  }
+}
+
 } // namespace
 
 bool waitUntil(const std::function<bool()>& condition) {
@@ -59,7 +71,7 @@ void press(const QString& name) {
     std::fprintf(stderr, "no control is named \"%s\"\n", qPrintable(name));
     std::exit(1); // NOLINT(concurrency-mt-unsafe): ends a measurement
   }
-  find(name)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+  click(*find(name));
 }
 
 } // namespace trellivar

@@ -28,6 +28,7 @@ constexpr std::array transitions{
     Transition{"select another", "1"},
     Transition{"change the mode", "M"},
     Transition{"change it back", "P"},
+    Transition{"select a key of it", "1"},
     Transition{"open the keyboard", "Choose on keyboard"},
     Transition{"close it", "Cancel"},
     Transition{"open the settings", "SETTINGS"},
