@@ -34,7 +34,7 @@ constexpr std::array transitions{
     Transition{"open the settings", "SETTINGS"},
     Transition{"change the appearance", "Light"},
     Transition{"close the settings", "Close"},
-    Transition{"open the pad's chip", "Orlo3"},
+    Transition{"open the pad's chip", "No Orlo3"},
 };
 
 constexpr int transitionMilliseconds = 500;
