@@ -28,7 +28,7 @@ KeyLayout emptyLayout() { return rowOfThree({}, {}, {}); }
 std::vector<KnownDevice> registry() {
   const KeyLayout cable = KnownDevices::copyPasteCutLayout(KeyName("left_control"));
   return {
-      {"Orlo3",
+      {std::string(KnownDevices::padModel),
        {
            {"P",
             {

@@ -52,6 +52,9 @@ struct KnownDevice {
 /// on any thread, and pointers that they return stay valid for ever.
 namespace KnownDevices {
 
+/// The name under which the pad stands here and on the screens.
+inline constexpr std::string_view padModel = "Orlo3";
+
 struct Resolution {
   const KnownDevice* device;
   std::string modeId;

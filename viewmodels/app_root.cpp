@@ -13,8 +13,6 @@ namespace trellivar {
 
 namespace {
 
-constexpr std::string_view padModel = "Orlo3";
-
 std::vector<int> padKeyIds() {
   std::vector<int> ids;
   for (const PhysicalKey& key : initialDevice().layout.keys)
@@ -100,7 +98,7 @@ void AppRoot::poll() {
   pollWork_ = setup_.queue.asyncAfter(pollInterval, [this] { poll(); });
   setup_.startTap();
   try {
-    const EngineStatus status = setup_.engine->status(padModel);
+    const EngineStatus status = setup_.engine->status(KnownDevices::padModel);
     onboarding_.update(status);
     if (!status.accessibilityGranted || !status.inputMonitoringGranted || hasTriedLoginItem_)
       return;

@@ -17,8 +17,6 @@ namespace trellivar {
 
 namespace {
 
-constexpr std::string_view padModel = "Orlo3";
-
 constexpr char lowerCase(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
@@ -96,7 +94,7 @@ void DiscoveryViewModel::checkPresence() {
   isCapturing_.set(false);
   lastError_.set(std::nullopt);
   const auto devices = setup_.enumerator->connectedKeyboards();
-  const auto pad = std::ranges::find(setup_.registry, padModel, &KnownDevice::name);
+  const auto pad = std::ranges::find(setup_.registry, KnownDevices::padModel, &KnownDevice::name);
   if (pad == setup_.registry.end()) return fail(std::string(L10n::t(L10n::Key::errNotInRegistry)));
   if (const auto identity = padAmong(devices, *pad, setup_.modeId)) return confirm(*identity);
   fail(L10n::t(L10n::Key::errPadNotSeen, setup_.modeId, setup_.modeId));

@@ -18,18 +18,18 @@ namespace trellivar::cli::simulate {
 namespace {
 
 template <class Value, std::size_t n>
-using Words = std::array<std::pair<std::string_view, Value>, n>;
+using Vocabulary = std::array<std::pair<std::string_view, Value>, n>;
 
-constexpr Words<Connect::Link, 3> links{{{"none", Connect::Link::none},
-                                         {"usb", Connect::Link::usb},
-                                         {"bluetooth", Connect::Link::bluetooth}}};
-constexpr Words<Permission, 2> permissions{{{"accessibility", Permission::accessibility},
-                                            {"inputMonitoring", Permission::inputMonitoring}}};
-constexpr Words<DisableTap::Reason, 2> reasons{
+constexpr Vocabulary<Connect::Link, 3> links{{{"none", Connect::Link::none},
+                                              {"usb", Connect::Link::usb},
+                                              {"bluetooth", Connect::Link::bluetooth}}};
+constexpr Vocabulary<Permission, 2> permissions{{{"accessibility", Permission::accessibility},
+                                                 {"inputMonitoring", Permission::inputMonitoring}}};
+constexpr Vocabulary<DisableTap::Reason, 2> reasons{
     {{"timeout", DisableTap::Reason::timeout}, {"userInput", DisableTap::Reason::userInput}}};
 
 template <class Value, std::size_t n>
-Value wordIn(const Words<Value, n>& words, const JsonReader& reader) {
+Value wordIn(const Vocabulary<Value, n>& words, const JsonReader& reader) {
   const std::string& text = reader.text();
   std::string known;
   for (const auto& [word, value] : words) {

@@ -8,10 +8,6 @@ namespace trellivar::desk {
 
 namespace {
 
-constexpr int keyboardPage = 0x07;
-constexpr int buttonPage = 0x09;
-constexpr int consumerPage = 0x0C;
-
 /// The usage pages on which an interface with this collection reports.
 std::vector<int> reportedPages(Usage collection) {
   if (collection == DeviceDescription::keyboard) return {keyboardPage};

@@ -17,10 +17,6 @@ struct Row {
   KeyCodes codes;
 };
 
-constexpr int keyboardPage = 0x07;
-constexpr int buttonPage = 0x09;
-constexpr int consumerPage = 0x0C;
-
 constexpr KeyCodes key(int usage, int code, std::uint64_t flags = 0) {
   return {{keyboardPage, usage}, Family::key, code, flags};
 }

@@ -8,6 +8,11 @@
 
 namespace trellivar::desk {
 
+// Pages of the USB HID usage tables.
+inline constexpr int keyboardPage = 0x07;
+inline constexpr int buttonPage = 0x09;
+inline constexpr int consumerPage = 0x0C;
+
 /// What a device reports for a key, and what the system makes of it.
 struct KeyCodes {
   enum class Family : std::uint8_t { key, modifier, auxiliary, button };

@@ -1,4 +1,5 @@
 #include "engine/log.h"
+#include "tests/support/log_since.h"
 #include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -104,10 +105,11 @@ TEST(Log, debugLogAppendsToTheLogOfTheMachineAtThePresentTime) {
   EXPECT_EQ(logPath, "/tmp/trellivar.log");
   const std::string message = "log test " + std::to_string(::getpid()) + " " +
                               std::to_string(steady_clock::now().time_since_epoch().count());
+  const LogSince log;
   const auto before = floor<seconds>(system_clock::now());
   debugLog(message);
   const auto after = system_clock::now();
-  const std::string content = contentOf(std::filesystem::path(logPath));
+  const std::string content = log.text();
   bool isThere = false;
   for (auto second = before; second <= after; second += 1s)
     isThere = isThere || content.find(logLine(second, message)) != std::string::npos;

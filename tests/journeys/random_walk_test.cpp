@@ -1,4 +1,5 @@
 #include "tests/journeys/walk/actions.h"
+#include "tests/support/effort.h"
 
 #include <string>
 #include <vector>
@@ -72,7 +73,7 @@ std::string lastActions(const Walker& walker) {
 class RandomWalk : public testing::TestWithParam<unsigned> {};
 
 TEST_P(RandomWalk, everythingFitsTogetherAfterEachStep) {
-  constexpr int steps = TRELLIVAR_WALK_STEPS;
+  constexpr int steps = effort(5'000); // of 20 walks, together 100,000
   Walker walker(GetParam());
   for (int i = 1; i <= steps; ++i) {
     const std::string problem = i == steps ? finish(walker) : step(walker);

@@ -1,13 +1,11 @@
 #include "engine/darwin/iokit_device_enumerator.h"
 #include "engine/darwin/iokit_device_identifier.h"
-#include "engine/log.h"
 #include "tests/engine/darwin/computer.h"
+#include "tests/support/log_since.h"
 
 #include <unistd.h>
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 
 namespace trellivar {
 
@@ -112,10 +110,9 @@ TEST_F(EnumeratorTest, aRegistryThatChangesMeanwhileIsSearchedAgain) {
 TEST_F(EnumeratorTest, theLogTellsWhatWasFound) {
   const std::string own = "Board " + std::to_string(getpid()); // other programs write there too
   attach({.product = own, .identity = {1, 2}, .interfaces = {{DeviceDescription::keyboard}}});
+  const LogSince log;
   enumerator.connectedKeyboards();
-  std::ifstream file{std::string(logPath)};
-  const std::string log{std::istreambuf_iterator<char>(file), {}};
-  EXPECT_NE(log.find("] enumerate → " + own + " (1:2)\n"), std::string::npos);
+  EXPECT_NE(log.text().find("] enumerate → " + own + " (1:2)\n"), std::string::npos);
 }
 
 TEST(ShouldIncludeTest, aKeyboardOrAKnownPadBelongsIntoTheList) {

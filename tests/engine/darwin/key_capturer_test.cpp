@@ -1,12 +1,9 @@
 #include "engine/capture_interpreter.h"
 #include "engine/darwin/iokit_key_capturer.h"
-#include "engine/log.h"
 #include "tests/engine/darwin/computer.h"
+#include "tests/support/log_since.h"
 
 #include <unistd.h>
-
-#include <fstream>
-#include <iterator>
 
 namespace trellivar {
 
@@ -379,37 +376,25 @@ TEST_F(KeyCapturerTest, aPadKeyOfSeveralCodesGivesAChordSignature) {
       << "and the pad is no part of a recorded shortcut";
 }
 
-/// What the log has got since it had this many bytes.
-std::string logSince(std::streamoff size) {
-  std::ifstream file{std::string(logPath)};
-  file.seekg(size);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
-std::streamoff logSize() {
-  std::ifstream file(std::string(logPath), std::ios::ate);
-  return file ? std::streamoff(file.tellg()) : 0;
-}
-
 TEST_F(KeyCapturerTest, theLogTellsWhatACaptureHeard) {
   const int own = 20000 + getpid() % 10000; // other programs write to the same log
   const auto marked = computer.attach({own, own});
   computer.desk.faults().failingOpens = 1;
-  const std::streamoff before = logSize();
+  const LogSince log;
   start();
   computer.pass(0.2);
   computer.tap(marked, "a");
   computer.pass(1);
-  const std::string log = logSince(before);
+  const std::string heard = log.text();
   const std::string ids = "] vid=" + std::to_string(own) + " pid=" + std::to_string(own);
-  EXPECT_NE(log.find("  event: a [down" + ids + " held=1\n"), std::string::npos);
-  EXPECT_NE(log.find("  event: a [up" + ids + " held=0\n"), std::string::npos);
-  EXPECT_NE(log.find("] capture start — IOHIDManagerOpen=-536870174 (0=ok). If 0 but no events "
-                     "follow, Input Monitoring is NOT granted.\n"),
+  EXPECT_NE(heard.find("  event: a [down" + ids + " held=1\n"), std::string::npos);
+  EXPECT_NE(heard.find("  event: a [up" + ids + " held=0\n"), std::string::npos);
+  EXPECT_NE(heard.find("] capture start — IOHIDManagerOpen=-536870174 (0=ok). If 0 but no events "
+                       "follow, Input Monitoring is NOT granted.\n"),
             std::string::npos);
-  EXPECT_NE(log.find("] capture re-open attempt 2 — IOHIDManagerOpen=0 (0=ok)\n"),
+  EXPECT_NE(heard.find("] capture re-open attempt 2 — IOHIDManagerOpen=0 (0=ok)\n"),
             std::string::npos);
-  EXPECT_NE(log.find("] capture finish — 2 event(s) captured\n"), std::string::npos);
+  EXPECT_NE(heard.find("] capture finish — 2 event(s) captured\n"), std::string::npos);
 }
 
 } // namespace

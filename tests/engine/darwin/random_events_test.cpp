@@ -1,4 +1,5 @@
 #include "tests/engine/darwin/computer.h"
+#include "tests/support/effort.h"
 
 #include <array>
 #include <map>
@@ -179,13 +180,13 @@ private:
   bool wasDisabled_ = false; ///< since the last rest
 };
 
-/// One tenth of a million events.
+/// One tenth of a million events, if that is not too much to ask.
 class RandomEventsTest : public testing::TestWithParam<unsigned> {};
 
 TEST_P(RandomEventsTest, leaveNoKeyDownAndNoReferenceBehind) {
   RandomPerson person(GetParam());
   const std::size_t references = person.references();
-  while (person.events() < 100'000) {
+  while (person.events() < effort(100'000)) {
     for (int i = 0; i < 500; ++i)
       person.act();
     person.rest();
@@ -201,7 +202,7 @@ INSTANTIATE_TEST_SUITE_P(OfAMillion, RandomEventsTest, testing::Range(1U, 11U));
 TEST(RandomBindingsTest, changedInTheMiddleLeaveNothingDownEither) {
   for (unsigned seed = 1; seed <= 20; ++seed) {
     RandomPerson person(seed);
-    for (int round = 0; round < 100; ++round) {
+    for (int round = 0; round < effort(100); ++round) {
       for (int i = 0; i < 40; ++i)
         person.act();
       person.replaceTable();

@@ -113,7 +113,7 @@ void runInBackground(Walker& walker) {
   if (!walker.user.background.isEmpty()) walker.user.background.runNext();
 }
 
-constexpr std::array table{
+constexpr std::array activityTable{
     Action{6, "learn", learn},
     Action{6, "record", record},
     Action{4, "cancel", cancel},
@@ -132,7 +132,7 @@ constexpr std::array table{
 
 } // namespace
 
-std::span<const Action> activities() { return table; }
+std::span<const Action> activities() { return activityTable; }
 
 void learn(Walker& walker) {
   cancelMostly(walker);

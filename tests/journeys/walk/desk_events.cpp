@@ -118,7 +118,7 @@ void unplugWithAKeyHeld(Walker& walker) {
   walker.see(invariants::nothingIsDown(walker.user));
 }
 
-constexpr std::array table{
+constexpr std::array deskEventTable{
     Action{4, "connect", connect},
     Action{1, "connect as another", connectAsAnother},
     Action{3, "turn", turn},
@@ -141,7 +141,7 @@ constexpr std::array table{
 
 } // namespace
 
-std::span<const Action> deskEvents() { return table; }
+std::span<const Action> deskEvents() { return deskEventTable; }
 
 void connect(Walker& walker) {
   letGoOfEverything(walker);

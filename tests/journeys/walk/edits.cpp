@@ -84,14 +84,14 @@ void set(Walker& walker) {
   settings.setStartAtLogin(walker.dice.chance(50));
 }
 
-constexpr std::array table{
+constexpr std::array editTable{
     Action{6, "select", select}, Action{12, "assign", assign}, Action{4, "rename", rename},
     Action{4, "show", show},     Action{3, "edit", edit},      Action{1, "set", set},
 };
 
 } // namespace
 
-std::span<const Action> edits() { return table; }
+std::span<const Action> edits() { return editTable; }
 
 void show(Walker& walker) { walker.user.show(walker.anyMode()); }
 

@@ -17,13 +17,13 @@ void showWindowAgain(Walker& walker) {
   walker.user.root().start();
 }
 
-constexpr std::array table{
+constexpr std::array restartTable{
     Action{1, "restart", restart},
     Action{1, "show window again", showWindowAgain},
 };
 
 } // namespace
 
-std::span<const Action> restarts() { return table; }
+std::span<const Action> restarts() { return restartTable; }
 
 } // namespace trellivar::walk
