@@ -34,7 +34,7 @@ std::string asValue(std::string_view text) {
 void AutostartEntry::install(std::span<const std::string> command) const {
   std::string words;
   for (const std::string& argument : command)
-    words += (words.empty() ? "" : " ") + asWord(argument);
+    words.append(words.empty() ? "" : " ").append(asWord(argument));
   replaceFile(file(), "[Desktop Entry]\nType=Application\nName=Trellivar\nExec=" + asValue(words) +
                           "\nX-GNOME-Autostart-enabled=true\n");
 }
