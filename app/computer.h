@@ -20,6 +20,8 @@ public:
   virtual AppRoot::Setup setup(MainQueue& queue, BackgroundQueue& background,
                                std::shared_ptr<SignaturePersisting> signatures,
                                std::shared_ptr<SettingsStore> settings) = 0;
+  /// Whether keys are remapped on it. Where not, stubs stand in for the services that would do it.
+  virtual bool hasEngine() const { return true; }
   /// Shows what stands for its hardware, if that is not at hand.
   virtual void show(QQmlApplicationEngine& /*qml*/) {}
 

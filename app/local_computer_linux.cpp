@@ -23,6 +23,7 @@ public:
             .signatures = std::move(signatures),
             .settings = std::move(settings)};
   }
+  bool hasEngine() const override { return false; }
 
 private:
   SystemLinkClock clock_;

@@ -10,13 +10,27 @@
 
 namespace trellivar {
 
+namespace {
+
+void sayThatKeysAreNotRemapped() {
+  const std::string title(OwnTexts::noEngineTitle.english);
+  const std::string detail(OwnTexts::noEngineDetail.english);
+  std::fprintf(stderr, "trellivar: %s. %s\n", title.c_str(), detail.c_str());
+}
+
+} // namespace
+
 TrellivarApp::TrellivarApp(const Options& options)
     : platform_(platformServices(options.loginArguments())),
       computer_(computer(options.simulate)),
-      root_(setup(options),
+      root_(computer_->setup(queue_, background_,
+                             std::make_shared<SignatureStore>(options.dataFolder, debugLog),
+                             settingsFor(options)),
             std::make_shared<ProfileListViewModel>(ProfileStore(options.dataFolder))),
-      bridge_(root_, *platform_, hasEngine_),
-      delegate_(root_.settings(), *platform_) {}
+      bridge_(root_, *platform_, computer_->hasEngine()),
+      delegate_(root_.settings(), *platform_) {
+  if (!computer_->hasEngine()) sayThatKeysAreNotRemapped();
+}
 
 std::shared_ptr<SettingsStore> TrellivarApp::settingsFor(const Options& options) const {
   const auto defaults = options.isDataFolderGiven
@@ -26,19 +40,6 @@ std::shared_ptr<SettingsStore> TrellivarApp::settingsFor(const Options& options)
   auto settings = std::make_shared<SettingsStore>(defaults);
   if (options.language) settings->setLanguage(*options.language);
   return settings;
-}
-
-AppRoot::Setup TrellivarApp::setup(const Options& options) {
-  AppRoot::Setup services = computer_->setup(
-      queue_, background_, std::make_shared<SignatureStore>(options.dataFolder, debugLog),
-      settingsFor(options));
-  hasEngine_ = !dynamic_cast<const StubRemapEngine*>(services.engine.get());
-  if (!hasEngine_) {
-    const std::string title(OwnTexts::noEngineTitle.english);
-    const std::string detail(OwnTexts::noEngineDetail.english);
-    std::fprintf(stderr, "trellivar: %s. %s\n", title.c_str(), detail.c_str());
-  }
-  return services;
 }
 
 bool TrellivarApp::launch() {

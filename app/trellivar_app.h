@@ -27,12 +27,10 @@ public:
 
 private:
   std::shared_ptr<SettingsStore> settingsFor(const Options& options) const;
-  AppRoot::Setup setup(const Options& options);
 
   std::unique_ptr<PlatformServices> platform_;
   QtMainQueue queue_;
   std::unique_ptr<Computer> computer_;
-  bool hasEngine_ = true; ///< false where keys are not remapped
   QtBackgroundQueue background_;
   AppRoot root_;
   AppBridge bridge_;

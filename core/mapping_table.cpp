@@ -1,6 +1,6 @@
 #include "core/mapping_table.h"
 
-#include "core/known_devices.h"
+#include "core/bound_layouts.h"
 #include "core/output_events.h"
 
 #include <algorithm>
@@ -78,39 +78,33 @@ void addPortable(MappingTable& table, const MappingSet& set) {
   std::abort();
 }
 
-void addUnknownDevice(MappingTable& table, const MappingSet& set) {
+std::unordered_map<int, const PhysicalKey*> keysById(const KeyLayout& layout,
+                                                     const TrellivarDevice& device) {
   std::unordered_map<int, const PhysicalKey*> keys;
-  for (const PhysicalKey& key : set.device.layout.keys) {
-    if (!keys.emplace(key.id, &key).second) abortOnDuplicateKeyId(set.device, key.id);
+  for (const PhysicalKey& key : layout.keys) {
+    if (!keys.emplace(key.id, &key).second) abortOnDuplicateKeyId(device, key.id);
   }
-  CompiledIdentity& entry = table.identities[set.device.identity()];
-  for (const KeyMapping& mapping : set.profile.mappings) {
-    const auto key = keys.find(mapping.fromKeyId);
-    if (key != keys.end()) addKey(entry, *key->second, CompiledOutput(mapping.output));
-  }
+  return keys;
 }
 
 /// The pad keeps its bindings when it changes its transport, so each transport's identity gets
-/// them, deliberately always with the layouts of the primary mode.
-void addKnownDevice(MappingTable& table, const MappingSet& set, const KnownDevice& device) {
+/// them.
+void addCustom(MappingTable& table, const MappingSet& set) {
   std::vector<CompiledOutput> outputs;
   for (const KeyMapping& mapping : set.profile.mappings)
     outputs.emplace_back(mapping.output);
-  for (const KnownTransport& transport : device.primaryMode()->transports) {
-    CompiledIdentity& entry = table.identities[transport.identity];
+  for (const auto& [identity, layout] : boundLayouts(set.device)) {
+    const auto keys = keysById(*layout, set.device);
+    CompiledIdentity& entry = table.identities[identity];
     for (std::size_t i = 0; i < outputs.size(); ++i) {
-      const auto& keys = transport.layout.keys;
-      const auto key = std::ranges::find(keys, set.profile.mappings[i].fromKeyId, &PhysicalKey::id);
-      if (key != keys.end()) addKey(entry, *key, outputs[i]);
+      const auto key = keys.find(set.profile.mappings[i].fromKeyId);
+      if (key != keys.end()) addKey(entry, *key->second, outputs[i]);
     }
   }
 }
 
 void addSet(MappingTable& table, const MappingSet& set) {
-  if (set.portable) return addPortable(table, set);
-  const KnownDevice* device = KnownDevices::known(set.device.vendorId, set.device.productId);
-  if (device) return addKnownDevice(table, set, *device);
-  addUnknownDevice(table, set);
+  set.portable ? addPortable(table, set) : addCustom(table, set);
 }
 
 } // namespace

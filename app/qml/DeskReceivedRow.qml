@@ -10,7 +10,7 @@ Row {
 
     spacing: Theme.unit
     Accessible.role: Accessible.ListItem
-    Accessible.name: text
+    Accessible.name: isFromEngine ? "Made by Trellivar: " + text : text
 
     Rectangle {
         anchors.verticalCenter: parent.verticalCenter

@@ -8,6 +8,8 @@ import Trellivar
 ApplicationWindow {
     id: desk
 
+    // Where it hides least of the application.
+    x: Screen.virtualX + Screen.width - width
     width: 420
     height: 640
     minimumWidth: 420

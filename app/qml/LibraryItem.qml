@@ -1,9 +1,9 @@
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import Trellivar
 
 // An output that is ready to be assigned, marked when the selected key has it.
-AbstractButton {
+T.RadioButton {
     id: item
 
     required property int index
@@ -16,9 +16,9 @@ AbstractButton {
     leftPadding: Theme.unit * 1.5 + Theme.glyphSize
     rightPadding: Theme.unit * 1.25
     hoverEnabled: true
+    checkable: false // what is chosen is for the model to say
     text: name
     font.pixelSize: Theme.body
-    Accessible.role: Accessible.RadioButton
     Accessible.name: name
     Accessible.checkable: true
     Accessible.checked: isAssigned

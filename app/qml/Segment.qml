@@ -1,9 +1,9 @@
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import Trellivar
 
 // One of the choices of a segmented control.
-AbstractButton {
+T.RadioButton {
     id: segment
 
     property bool isChosen: false
@@ -15,9 +15,9 @@ AbstractButton {
     font.pixelSize: Theme.body
     font.weight: isChosen ? Font.DemiBold : Font.Normal
     hoverEnabled: true
+    checkable: false // what is chosen is for the model to say
     // Another one is chosen while this still has the keyboard.
     focusPolicy: isChosen || activeFocus ? Qt.StrongFocus : Qt.ClickFocus
-    Accessible.role: Accessible.RadioButton
     Accessible.name: text
     Accessible.checkable: true
     Accessible.checked: isChosen

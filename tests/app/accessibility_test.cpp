@@ -3,9 +3,18 @@
 
 #include <QAccessibleInterface>
 #include <QSet>
+#include <map>
+#include <string>
 
 namespace trellivar {
 namespace {
+
+/// As what assistive technology is to know the controls; Qt has a will of its own in that.
+const std::map<std::string, QAccessible::Role> agreedRoles{
+    {"ActionPill", QAccessible::Button},     {"KeyboardKey", QAccessible::Button},
+    {"KeycapView", QAccessible::Button},     {"LibraryItem", QAccessible::RadioButton},
+    {"ActionButton", QAccessible::Button},   {"Segment", QAccessible::RadioButton},
+    {"SettingsButton", QAccessible::Button}, {"ToggleSwitch", QAccessible::CheckBox}};
 
 std::string text(QQuickItem& item) { return described(item).toStdString(); }
 
@@ -75,6 +84,10 @@ void Accessibility::expectNamesAndRoles() {
     EXPECT_NE(object->role(), QAccessible::NoRole) << what;
     EXPECT_FALSE(object->text(QAccessible::Name).isEmpty())
         << what << " with role " << object->role();
+    const auto wanted = agreedRoles.find(what);
+    if (wanted == agreedRoles.end()) continue;
+    EXPECT_EQ(object->role(), wanted->second) << what;
+    EXPECT_EQ(object->state().checkable, wanted->second != QAccessible::Button) << what;
   }
 }
 
