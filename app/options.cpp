@@ -21,10 +21,10 @@ QCommandLineOption ofToolkit(const QString& name) {
   return option;
 }
 
-QString defaultFolder() {
+QString defaultFolder(bool simulate) {
   if (qEnvironmentVariableIsEmpty("HOME"))
     refuse("HOME is not set; name the data folder with --data-dir");
-  return QDir::homePath() + "/Library/Application Support/Trellivar";
+  return QDir::homePath() + "/Library/Application Support/Trellivar" + (simulate ? " Desk" : "");
 }
 
 } // namespace
@@ -59,7 +59,8 @@ Options parseOptions(const QStringList& arguments) {
   options.isDataFolderGiven = parser.isSet(dataFolder);
   if (options.isDataFolderGiven && parser.value(dataFolder).isEmpty())
     refuse("--data-dir: expected a folder, found \"\"");
-  const QString folder = options.isDataFolderGiven ? parser.value(dataFolder) : defaultFolder();
+  const QString folder =
+      options.isDataFolderGiven ? parser.value(dataFolder) : defaultFolder(options.simulate);
   options.dataFolder = QDir::cleanPath(QDir().absoluteFilePath(folder)).toStdString();
   if (parser.isSet(language)) {
     options.language = AppLanguage::fromRawValue(parser.value(language).toStdString());

@@ -33,7 +33,7 @@ TrellivarApp::TrellivarApp(const Options& options)
 }
 
 std::shared_ptr<SettingsStore> TrellivarApp::settingsFor(const Options& options) const {
-  const auto defaults = options.isDataFolderGiven
+  const auto defaults = options.areSettingsInDataFolder()
                             ? std::make_shared<QtUserDefaults>(QString::fromStdString(
                                   (options.dataFolder / "settings.ini").string()))
                             : std::make_shared<QtUserDefaults>();

@@ -15,7 +15,7 @@
 #include <thread>
 #include <utility>
 
-/// Tells of changes of the appearance that the application comes to.
+/// Tells of changes of the appearance that the application comes to, and of how much is to move.
 @interface TrellivarAppearanceObserver : NSObject {
   std::function<void()> changed_;
 }
@@ -29,6 +29,11 @@
   if (self) {
     changed_ = std::move(changed);
     [NSApp addObserver:self forKeyPath:@"effectiveAppearance" options:0 context:nullptr];
+    [NSWorkspace.sharedWorkspace.notificationCenter
+        addObserver:self
+           selector:@selector(displayOptionsDidChange:)
+               name:NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification
+             object:nil];
   }
   return self;
 }
@@ -40,7 +45,12 @@
   changed_();
 }
 
+- (void)displayOptionsDidChange:(NSNotification*)notification {
+  changed_();
+}
+
 - (void)stop {
+  [NSWorkspace.sharedWorkspace.notificationCenter removeObserver:self];
   [NSApp removeObserver:self forKeyPath:@"effectiveAppearance" context:nullptr];
 }
 @end

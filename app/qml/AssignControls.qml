@@ -19,11 +19,13 @@ FocusScope {
         ActionButton {
             Layout.fillWidth: true
             focus: true
+            enabled: App.mapping.canAssign
             text: App.texts.recordCustom
             onClicked: App.mapping.record()
         }
         ActionButton {
             Layout.fillWidth: true
+            enabled: App.mapping.canAssign
             text: App.texts.chooseOnKeyboard
             onClicked: controls.pickerRequested()
         }

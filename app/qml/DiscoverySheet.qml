@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Trellivar
 
@@ -21,6 +22,8 @@ Sheet {
     title: App.discovery?.sheetTitle ?? ""
     width: Theme.unit * 60
     entry: action
+    // Escape may be what the pad sends.
+    closePolicy: isCapturing ? Popup.NoAutoClose : Popup.CloseOnEscape
     onClosed: App.closeDiscovery()
     // A key that is asked for is listened for.
     onAskedKeyChanged: App.discovery?.capture()
@@ -47,23 +50,33 @@ Sheet {
         Layout.fillWidth: true
         implicitHeight: Theme.controlHeight
 
-        Row {
-            anchors.centerIn: parent
+        // Takes what the pad types meanwhile, so that its keys work nothing else.
+        Item {
+            anchors.fill: parent
             visible: sheet.isCapturing
-            spacing: Theme.unit
+            activeFocusOnTab: true
+            Accessible.role: Accessible.StaticText
+            Accessible.name: App.texts.listening
+            Keys.onPressed: event => event.accepted = true
+            onVisibleChanged: if (visible)
+                forceActiveFocus(Qt.OtherFocusReason)
 
-            TimeRing {
-                width: Theme.unit * 3
-                height: width
-                period: App.discovery?.listeningMilliseconds ?? 0
-            }
-            Text {
-                anchors.verticalCenter: parent.verticalCenter
-                text: App.texts.listening
-                color: Theme.text
-                font.pixelSize: Theme.body
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
+            Row {
+                anchors.centerIn: parent
+                spacing: Theme.unit
+
+                TimeRing {
+                    width: Theme.unit * 3
+                    height: width
+                    period: App.discovery?.listeningMilliseconds ?? 0
+                }
+                Text {
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: App.texts.listening
+                    color: Theme.text
+                    font.pixelSize: Theme.body
+                    Accessible.ignored: true
+                }
             }
         }
         ActionButton {

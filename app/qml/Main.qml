@@ -15,6 +15,7 @@ ApplicationWindow {
     // As the menu of the status area has it, which not every desktop shows.
     Shortcut {
         sequence: "Ctrl+Q"
+        enabled: !App.mapping.isRecording && !App.mapping.isLearning && !(App.discovery?.isCapturing ?? false)
         onActivated: Qt.quit()
     }
     Loader {

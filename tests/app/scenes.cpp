@@ -84,6 +84,38 @@ void selectedEmpty(Stage& stage) {
   select(stage, 3);
 }
 
+void pressed(Stage& stage) {
+  usb(stage);
+  stage.hold(2);
+}
+/// As long as shortcuts get, and names that are meant to be read at a glance.
+void longTexts(Stage& stage) {
+  noPad(stage);
+  bind(stage, 1, {Modifier::control, Modifier::option, Modifier::shift, Modifier::command},
+       "page_down");
+  stage.root().mapping().select(2);
+  stage.root().mapping().assign({Output::Sequence{{{KeyName("t"), Key::Kind::keyCode},
+                                                   {KeyName("e"), Key::Kind::keyCode},
+                                                   {KeyName("x"), Key::Kind::keyCode},
+                                                   {KeyName("t"), Key::Kind::keyCode}}}});
+  bind(stage, 3, {Modifier::command, Modifier::shift}, "keypad_enter");
+  stage.root().mapping().rename(3, "Copy window to clipboard");
+  stage.connectPad("usb");
+  select(stage, 1);
+}
+void lostAccessibility(Stage& stage) {
+  usb(stage);
+  stage.permit(false, true);
+}
+void lostInputMonitoring(Stage& stage) {
+  usb(stage);
+  stage.permit(true, false);
+}
+void noEngine(Stage& stage) {
+  stage.takeEngineAway();
+  selected(stage);
+}
+
 void renaming(Stage& stage) {
   usb(stage);
   stage.doubleClick(stage.part("ActionPill", 0));
@@ -220,6 +252,11 @@ constexpr std::array all{
     Scene{"selected", selected},
     Scene{"selected-from-library", selectedFromLibrary},
     Scene{"selected-empty", selectedEmpty},
+    Scene{"pressed", pressed},
+    Scene{"long-texts", longTexts},
+    Scene{"lost-accessibility", lostAccessibility},
+    Scene{"lost-input-monitoring", lostInputMonitoring},
+    Scene{"no-engine", noEngine},
     Scene{"renaming", renaming},
     Scene{"recording", recording},
     Scene{"error", error},

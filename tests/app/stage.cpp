@@ -108,6 +108,8 @@ void Stage::setSystemDark(bool dark) {
 
 void Stage::setMotionReduced(bool reduced) { world_->platform.isMotionReducedNow = reduced; }
 
+void Stage::takeEngineAway() { world_->bridge.emplace(root(), world_->platform, false); }
+
 void Stage::pass(double seconds) {
   machine().desk.queue().advance(Seconds(seconds));
   StillAnimations::ofTheProcess().pass(std::llround(seconds * 1000));
@@ -175,10 +177,10 @@ QStringList Stage::written() const {
   return slots;
 }
 
-AppBridge& Stage::app() const { return world_->bridge; }
+AppBridge& Stage::app() const { return *world_->bridge; }
 AppRoot& Stage::root() const { return world_->root; }
 desk::Machine& Stage::machine() const { return world_->machine; }
-QObject* Stage::appObject() const { return &world_->bridge; }
+QObject* Stage::appObject() const { return &app(); }
 QStringList Stage::calls() const { return world_->platform.calls; }
 
 } // namespace trellivar

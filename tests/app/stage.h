@@ -63,6 +63,8 @@ public:
   Q_INVOKABLE void setSystemDark(bool dark);
   /// Before anything is shown.
   Q_INVOKABLE void setMotionReduced(bool reduced);
+  /// Stubs take the place of what would remap keys. The same.
+  Q_INVOKABLE void takeEngineAway();
 
   // Time
 

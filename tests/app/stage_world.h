@@ -16,6 +16,7 @@
 #include <QQmlEngine>
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -42,7 +43,7 @@ struct Stage::World {
                 .signatures = std::make_shared<SignatureStore>(folder.path()),
                 .settings = settings},
                std::make_shared<ProfileListViewModel>(ProfileStore(folder.path()))};
-  AppBridge bridge{root, platform};
+  std::optional<AppBridge> bridge{std::in_place, root, platform};
   QQmlEngine qml;
   std::unique_ptr<QObject> content;
   QQuickWindow* window = nullptr; ///< owned by `content`

@@ -61,6 +61,25 @@ StageCase {
         for (const text of ["Key 1 — ⌥ 1", "Key 2 — ⌥ 2", "Key 3 — ⌥ 3"])
             verify(Stage.texts().some(each => each.includes(text)), text);
     }
+    function test_whatThePadTypesWorksNothingElse_data() {
+        return [{ tag: "Escape", key: Qt.Key_Escape }, { tag: "Tab", key: Qt.Key_Tab }, { tag: "Return", key: Qt.Key_Return }, { tag: "Space", key: Qt.Key_Space }];
+    }
+    function test_whatThePadTypesWorksNothingElse(data) {
+        Stage.enter("discovery-second-key");
+        Stage.key(data.key);
+        verify(isOpen());
+        verifyShown("Listening…");
+        compare(Stage.focused(), "Listening…");
+        Stage.press(2);
+        Stage.key(data.key); // which the pad may repeat
+        Stage.press(3);
+        compare(Stage.focused(), "Save Mode M");
+    }
+    function test_escapeClosesTheSheetWhileNothingIsListenedTo() {
+        Stage.enter("discovery-missed");
+        Stage.key(Qt.Key_Escape);
+        verify(!isOpen());
+    }
     function test_fromTheNoteToTheKnownModeByKeyboard() {
         Stage.enter("undiscovered");
         tabTo("Discover this mode");

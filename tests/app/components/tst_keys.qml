@@ -46,6 +46,18 @@ StageCase {
         compare(Stage.app.mapping.selectedKey, 2);
     }
 
+    function test_aKeyIsLitWhileItIsHeldOnThePad() {
+        Stage.enter("usb");
+        for (const key of [1, 2, 3]) {
+            Stage.hold(key);
+            Stage.pass(0.6); // a chord may wait for its second key
+            compare([1, 2, 3].filter(each => cap(each).contentItem.isLit).join(), String(key));
+            Stage.letGo(key);
+            Stage.pass(0.6);
+            compare([1, 2, 3].filter(each => cap(each).contentItem.isLit).join(), "");
+        }
+    }
+
     function test_withoutASelectionThePanelSaysWhatToDo() {
         Stage.enter("usb");
         verifyShown("No key selected");

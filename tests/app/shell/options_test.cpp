@@ -128,9 +128,40 @@ TEST_F(OptionsTest, keepsEverythingInTheDataFolder) {
 }
 
 TEST_F(OptionsTest, keepsTheDataInTheHomeFolderOtherwise) {
-  const Program program(home.path(), {"--simulate"});
+  const Program program(home.path(), {});
   EXPECT_TRUE(eventually(
       [&] { return fs::exists(home / "Library/Application Support/Trellivar/profiles.json"); }));
+}
+
+TEST_F(OptionsTest, theSimulatedDeskLeavesTheUsersOwnDataAndSettingsAlone) {
+  const Program program(home.path(), {"--simulate"});
+  const fs::path desk = home / "Library/Application Support/Trellivar Desk";
+  EXPECT_TRUE(eventually(
+      [&] { return fs::exists(desk / "profiles.json") && fs::exists(desk / "settings.ini"); }));
+  EXPECT_FALSE(fs::exists(home / "Library/Application Support/Trellivar"));
+  EXPECT_FALSE(fs::exists(home / "config"));
+}
+
+TEST_F(OptionsTest, theDeskOpensBesideTheApplicationThatIsRunning) {
+  const Program program(home.path(), {});
+  EXPECT_TRUE(eventually(
+      [&] { return fs::exists(home / "Library/Application Support/Trellivar/profiles.json"); }));
+  Program onTheDesk(home.path(), {"--simulate"});
+  EXPECT_TRUE(eventually([&] {
+    return fs::exists(home / "Library/Application Support/Trellivar Desk/profiles.json");
+  }));
+  EXPECT_TRUE(onTheDesk.isRunning());
+}
+
+TEST_F(OptionsTest, saysThatKeysAreNotRemappedWhereThereIsNoEngine) {
+  Program program(home.path(), {});
+  EXPECT_TRUE(eventually([&] {
+    return program.errors().starts_with("trellivar: Keys can't be remapped on this computer. ");
+  }));
+  EXPECT_TRUE(program.isRunning());
+  Program onTheDesk(home.path(), {"--simulate", "--data-dir", "desk"});
+  EXPECT_TRUE(eventually([&] { return fs::exists(home / "desk/profiles.json"); }));
+  EXPECT_EQ(onTheDesk.errors(), "");
 }
 
 } // namespace

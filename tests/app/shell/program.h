@@ -51,6 +51,12 @@ public:
 
   bool isRunning() const { return process_.state() != QProcess::NotRunning; }
 
+  /// What it has written to standard error since it was asked last.
+  std::string errors() {
+    process_.waitForReadyRead(0);
+    return process_.readAllStandardError().toStdString();
+  }
+
   /// Waits for the end.
   Ending ending() {
     EXPECT_TRUE(!isRunning() || process_.waitForFinished(20000)) << "it goes on";

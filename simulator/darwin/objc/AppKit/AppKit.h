@@ -55,7 +55,10 @@ extern NSString* const _Nonnull NSAppearanceNameDarkAqua;
 
 extern NSApplication* _Null_unspecified NSApp;
 
+extern NSString* const _Nonnull NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification;
+
 @interface NSWorkspace : NSObject
 @property(class, readonly, nonnull) NSWorkspace* sharedWorkspace;
 @property(readonly) BOOL accessibilityDisplayShouldReduceMotion;
+@property(readonly, nonnull) NSNotificationCenter* notificationCenter;
 @end

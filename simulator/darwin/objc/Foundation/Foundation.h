@@ -49,6 +49,17 @@ __attribute__((objc_root_class))
                                     count:(NSUInteger)count;
 @end
 
+@interface NSNotification : NSObject
+@end
+
+@interface NSNotificationCenter : NSObject
+- (void)addObserver:(id _Nonnull)observer
+           selector:(SEL _Nonnull)selector
+               name:(NSString* _Nullable)name
+             object:(id _Nullable)object;
+- (void)removeObserver:(id _Nonnull)observer;
+@end
+
 @interface NSError : NSObject
 @property(readonly) NSInteger code;
 @property(readonly, nonnull) NSString* localizedDescription;
