@@ -10,7 +10,8 @@ Row {
 
     spacing: Theme.unit
     Accessible.role: Accessible.ListItem
-    Accessible.name: isFromEngine ? "Made by Trellivar: " + text : text
+    Accessible.name: text
+    Accessible.description: isFromEngine ? "Made by Trellivar" : ""
 
     Rectangle {
         anchors.verticalCenter: parent.verticalCenter

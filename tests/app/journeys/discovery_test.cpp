@@ -47,7 +47,9 @@ TEST(Discovery, thatIsClosedEarlyTeachesNothing) {
   person.window.expect("Press Key 1 on your Orlo3");
   person.pressUntil(1, "the next is asked for",
                     [&] { return person.window.shows("Press Key 2 on your Orlo3"); });
-  person.window.type(Display::escape);
+  person.window.type(Display::escape); // which the pad itself may have typed
+  person.window.expect("Press Key 2 on your Orlo3");
+  person.window.click(button(text(Text::close)));
   person.window.expectNot("Discover Mode R");
   person.window.expect("Mode R hasn't been discovered yet");
   EXPECT_EQ(person.storedSignatures(), "");
