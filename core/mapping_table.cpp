@@ -78,12 +78,17 @@ void addPortable(MappingTable& table, const MappingSet& set) {
   std::abort();
 }
 
-std::unordered_map<int, const PhysicalKey*> keysById(const KeyLayout& layout,
-                                                     const TrellivarDevice& device) {
-  std::unordered_map<int, const PhysicalKey*> keys;
-  for (const PhysicalKey& key : layout.keys) {
-    if (!keys.emplace(key.id, &key).second) abortOnDuplicateKeyId(device, key.id);
-  }
+constexpr auto idOf = [](const PhysicalKey* key) { return key->id; };
+
+/// Sorted, which for the three keys of a pad costs less than hashing them.
+std::vector<const PhysicalKey*> keysById(const KeyLayout& layout, const TrellivarDevice& device) {
+  std::vector<const PhysicalKey*> keys;
+  keys.reserve(layout.keys.size());
+  for (const PhysicalKey& key : layout.keys)
+    keys.push_back(&key);
+  std::ranges::sort(keys, {}, idOf);
+  const auto twice = std::ranges::adjacent_find(keys, {}, idOf);
+  if (twice != keys.end()) abortOnDuplicateKeyId(device, idOf(*twice));
   return keys;
 }
 
@@ -97,8 +102,9 @@ void addCustom(MappingTable& table, const MappingSet& set) {
     const auto keys = keysById(*layout, set.device);
     CompiledIdentity& entry = table.identities[identity];
     for (std::size_t i = 0; i < outputs.size(); ++i) {
-      const auto key = keys.find(set.profile.mappings[i].fromKeyId);
-      if (key != keys.end()) addKey(entry, *key->second, outputs[i]);
+      const int id = set.profile.mappings[i].fromKeyId;
+      const auto key = std::ranges::lower_bound(keys, id, {}, idOf);
+      if (key != keys.end() && (*key)->id == id) addKey(entry, **key, outputs[i]);
     }
   }
 }
