@@ -71,9 +71,9 @@ protected:
     return weakest;
   }
 
-  void expectReadable(const char* appearance) {
-    SCOPED_TRACE(appearance);
-    enter(GetParam(), "en", appearance);
+  void expectReadable(const char* language, const char* appearance) {
+    SCOPED_TRACE(std::string(language) + " " + appearance);
+    enter(GetParam(), language, appearance);
     const QList<Word> texts = words();
     const QImage with = now();
     for (const Word& word : texts)
@@ -90,8 +90,10 @@ protected:
 };
 
 TEST_P(Contrast, isEnoughToRead) {
-  expectReadable("dark");
-  expectReadable("light");
+  for (const char* language : {"en", "zh-Hans"}) {
+    expectReadable(language, "dark");
+    expectReadable(language, "light");
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(Screens, Contrast, everyScene(), nameOfScene);
