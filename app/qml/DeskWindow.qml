@@ -8,8 +8,6 @@ import Trellivar
 ApplicationWindow {
     id: desk
 
-    // Where it hides least of the application.
-    x: Screen.virtualX + Screen.width - width
     width: 420
     height: 640
     minimumWidth: 420
@@ -17,6 +15,8 @@ ApplicationWindow {
     visible: true
     title: "Desk"
     color: Theme.window
+    // Where it hides least of the application; after that it stays where people move it.
+    Component.onCompleted: x = Screen.virtualX + Screen.width - width
 
     ColumnLayout {
         anchors.fill: parent
