@@ -24,12 +24,16 @@ TrellivarApp::TrellivarApp(const Options& options)
     : platform_(platformServices(options.loginArguments())),
       computer_(computer(options.simulate)),
       root_(computer_->setup(queue_, background_,
-                             std::make_shared<SignatureStore>(options.dataFolder, debugLog),
+                             std::make_shared<SignatureStore>(options.dataFolder, report()),
                              settingsFor(options)),
-            std::make_shared<ProfileListViewModel>(ProfileStore(options.dataFolder))),
-      bridge_(root_, *platform_, computer_->hasEngine()),
+            std::make_shared<ProfileListViewModel>(ProfileStore(options.dataFolder), report())),
+      bridge_(root_, *platform_, troubles_, computer_->hasEngine()),
       delegate_(root_.settings(), *platform_) {
   if (!computer_->hasEngine()) sayThatKeysAreNotRemapped();
+}
+
+Report TrellivarApp::report() {
+  return [this](std::string_view what) { troubles_.report(what); };
 }
 
 std::shared_ptr<SettingsStore> TrellivarApp::settingsFor(const Options& options) const {

@@ -26,12 +26,14 @@ public:
   AppDelegate& delegate() { return delegate_; }
 
 private:
+  Report report();
   std::shared_ptr<SettingsStore> settingsFor(const Options& options) const;
 
   std::unique_ptr<PlatformServices> platform_;
   QtMainQueue queue_;
   std::unique_ptr<Computer> computer_;
   QtBackgroundQueue background_;
+  FileTroubles troubles_;
   AppRoot root_;
   AppBridge bridge_;
   AppDelegate delegate_;

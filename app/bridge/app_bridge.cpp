@@ -12,16 +12,18 @@ AppBridge* existing = nullptr;
 
 } // namespace
 
-AppBridge::AppBridge(AppRoot& root, PlatformServices& platform, bool hasEngine, QObject* parent)
+AppBridge::AppBridge(AppRoot& root, PlatformServices& platform, FileTroubles& troubles,
+                     bool hasEngine, QObject* parent)
     : Refreshing(parent),
       root_(root),
       platform_(platform),
+      troubles_(troubles),
       onboarding_(root),
       mapping_(root),
       devices_(root),
       write_(root),
       picker_(root),
-      note_(root, hasEngine) {
+      notes_(root, troubles, hasEngine) {
   existing = this;
   const SettingsStore& settings = root_.settings();
   watch(settings.language());
@@ -62,12 +64,20 @@ void AppBridge::openPermissionSettings(int step) {
   }
 }
 
-void AppBridge::followNote() {
-  using Kind = NoteBridge::Kind;
-  const Kind kind = note_.kind();
-  if (kind == Kind::accessibility) openPermissionSettings(0);
-  if (kind == Kind::inputMonitoring) openPermissionSettings(1);
-  if (kind == Kind::undiscovered) openDiscovery();
+void AppBridge::followNote(int index) {
+  using Kind = NotesBridge::Kind;
+  switch (notes_.kinds().at(static_cast<std::size_t>(index))) {
+  case Kind::files:
+    return troubles_.dismiss();
+  case Kind::noEngine:
+    return;
+  case Kind::accessibility:
+    return openPermissionSettings(0);
+  case Kind::inputMonitoring:
+    return openPermissionSettings(1);
+  case Kind::undiscovered:
+    return openDiscovery();
+  }
 }
 
 void AppBridge::openDiscovery() {

@@ -3,7 +3,7 @@
 #include "app/bridge/devices_bridge.h"
 #include "app/bridge/discovery_bridge.h"
 #include "app/bridge/mapping_bridge.h"
-#include "app/bridge/note_bridge.h"
+#include "app/bridge/notes_bridge.h"
 #include "app/bridge/onboarding_bridge.h"
 #include "app/bridge/picker_bridge.h"
 #include "app/bridge/refreshing.h"
@@ -42,14 +42,14 @@ class AppBridge : public Refreshing {
   Q_PROPERTY(trellivar::DevicesBridge* devices READ devices CONSTANT)
   Q_PROPERTY(trellivar::WriteBridge* write READ write CONSTANT)
   Q_PROPERTY(trellivar::PickerBridge* picker READ picker CONSTANT)
-  Q_PROPERTY(trellivar::NoteBridge* note READ note CONSTANT)
+  Q_PROPERTY(trellivar::NotesBridge* notes READ notes CONSTANT)
   /// Null while the sheet is closed.
   Q_PROPERTY(trellivar::DiscoveryBridge* discovery READ discovery NOTIFY discoveryChanged)
 
 public:
   /// Without an engine keys can be edited, but are not remapped.
-  AppBridge(AppRoot& root, PlatformServices& platform, bool hasEngine = true,
-            QObject* parent = nullptr);
+  AppBridge(AppRoot& root, PlatformServices& platform, FileTroubles& troubles,
+            bool hasEngine = true, QObject* parent = nullptr);
   /// The one that exists; the QML engine asks for it.
   static AppBridge* create(QQmlEngine* engine, QJSEngine* scripts);
 
@@ -68,15 +68,15 @@ public:
   DevicesBridge* devices() { return &devices_; }
   WriteBridge* write() { return &write_; }
   PickerBridge* picker() { return &picker_; }
-  NoteBridge* note() { return &note_; }
+  NotesBridge* notes() { return &notes_; }
   DiscoveryBridge* discovery() { return discovery_.get(); }
 
   /// The user goes on to the pad; ignored until everything is permitted.
   Q_INVOKABLE void finishOnboarding();
   /// Asks for what a step of the onboarding needs, 0 or 1, and opens the settings for it.
   Q_INVOKABLE void openPermissionSettings(int step);
-  /// Does what the button of the note offers.
-  Q_INVOKABLE void followNote();
+  /// Does what the button of a note offers, counted from 0.
+  Q_INVOKABLE void followNote(int index);
   /// Opens the sheet for the active mode.
   Q_INVOKABLE void openDiscovery();
   Q_INVOKABLE void closeDiscovery();
@@ -95,12 +95,13 @@ Q_SIGNALS:
 private:
   AppRoot& root_;
   PlatformServices& platform_;
+  FileTroubles& troubles_;
   OnboardingBridge onboarding_;
   MappingBridge mapping_;
   DevicesBridge devices_;
   WriteBridge write_;
   PickerBridge picker_;
-  NoteBridge note_;
+  NotesBridge notes_;
   std::unique_ptr<DiscoveryBridge> discovery_;
   Texts texts_;
   QString language_;

@@ -1,49 +1,28 @@
-#include "app/bridge/note_bridge.h"
+#include "app/bridge/notes_bridge.h"
 
 #include "app/bridge/own_texts.h"
 #include "app/bridge/text.h"
 #include "core/l10n.h"
 
-#include <string>
-
 namespace trellivar {
 
 namespace {
 
-using Kind = NoteBridge::Kind;
 using Text = L10n::Key;
 
-struct Note {
-  std::string title;
-  std::string_view detail;
-  std::string_view action;
-};
-
-Note noteOf(Kind kind, const std::string& mode) {
-  switch (kind) {
-  case Kind::noEngine:
-    return {std::string(OwnTexts::noEngineTitle.in(L10n::current())),
-            OwnTexts::noEngineDetail.in(L10n::current()),
-            {}};
-  case Kind::accessibility:
-    return {std::string(L10n::t(Text::step1Title)), L10n::t(Text::step1Why),
-            L10n::t(Text::openAccessibility)};
-  case Kind::inputMonitoring:
-    return {std::string(L10n::t(Text::step2Title)), L10n::t(Text::step2Why),
-            L10n::t(Text::openInputMonitoring)};
-  case Kind::undiscovered:
-    return {L10n::t(Text::undiscoveredTitle, mode), L10n::t(Text::undiscoveredDetail),
-            L10n::t(Text::discoverThisMode)};
-  case Kind::none:
-    break;
-  }
-  return {};
-}
+QString own(const OwnTexts::Text& text) { return qtText(text.in(L10n::current())); }
+QString shared(Text text) { return qtText(L10n::t(text)); }
 
 } // namespace
 
-NoteBridge::NoteBridge(AppRoot& root, bool hasEngine, QObject* parent)
-    : Refreshing(parent), root_(root), hasEngine_(hasEngine) {
+NotesBridge::NotesBridge(AppRoot& root, const FileTroubles& troubles, bool hasEngine,
+                         QObject* parent)
+    : Refreshing(parent),
+      root_(root),
+      troubles_(troubles),
+      hasEngine_(hasEngine),
+      rows_({"title", "detail", "action"}) {
+  watch(troubles_.last());
   watch(root_.isOnboarding());
   watch(root_.onboarding().steps());
   watch(root_.mapping().device());
@@ -53,22 +32,43 @@ NoteBridge::NoteBridge(AppRoot& root, bool hasEngine, QObject* parent)
   refresh();
 }
 
-NoteBridge::Kind NoteBridge::kind() const {
+/// What to see to first; the pad would lose its room to more than one.
+std::optional<NotesBridge::Kind> NotesBridge::problem() const {
+  if (*troubles_.last()) return Kind::files;
   if (!hasEngine_) return Kind::noEngine;
-  if (*root_.isOnboarding()) return Kind::none; // which asks for the permissions itself
+  if (*root_.isOnboarding()) return std::nullopt; // which asks for the permissions itself
   const OnboardingSteps& steps = *root_.onboarding().steps();
   if (steps.accessibility != OnboardingStepState::done) return Kind::accessibility;
   if (steps.inputMonitoring != OnboardingStepState::done) return Kind::inputMonitoring;
-  return root_.isUndiscovered() ? Kind::undiscovered : Kind::none;
+  return std::nullopt;
 }
 
-void NoteBridge::refresh() {
+RowModel::Row NotesBridge::row(Kind kind) const {
+  switch (kind) {
+  case Kind::files:
+    return {own(OwnTexts::filesTitle), qtText(troubles_.last()->value_or("")), shared(Text::close)};
+  case Kind::noEngine:
+    return {own(OwnTexts::noEngineTitle), own(OwnTexts::noEngineDetail), QString()};
+  case Kind::accessibility:
+    return {shared(Text::step1Title), shared(Text::step1Why), shared(Text::openAccessibility)};
+  case Kind::inputMonitoring:
+    return {shared(Text::step2Title), shared(Text::step2Why), shared(Text::openInputMonitoring)};
+  case Kind::undiscovered:
+    break;
+  }
   const Profile* active = root_.profiles().active();
-  const Note note = noteOf(kind(), active ? active->name : "");
-  bool differs = take(title_, qtText(note.title));
-  differs |= take(detail_, qtText(note.detail));
-  differs |= take(action_, qtText(note.action));
-  if (differs) Q_EMIT changed();
+  return {qtText(L10n::t(Text::undiscoveredTitle, active ? active->name : "")),
+          shared(Text::undiscoveredDetail), shared(Text::discoverThisMode)};
+}
+
+void NotesBridge::refresh() {
+  kinds_.clear();
+  if (const auto kind = problem()) kinds_.push_back(*kind);
+  if (!*root_.isOnboarding() && root_.isUndiscovered()) kinds_.push_back(Kind::undiscovered);
+  QList<RowModel::Row> rows;
+  for (const Kind kind : kinds_)
+    rows.append(row(kind));
+  rows_.setRows(rows);
 }
 
 } // namespace trellivar

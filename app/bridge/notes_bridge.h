@@ -1,47 +1,49 @@
 #pragma once
 
+#include "app/bridge/file_troubles.h"
 #include "app/bridge/refreshing.h"
+#include "app/bridge/row_model.h"
 #include "viewmodels/app_root.h"
 
 #include <QtQml/qqmlregistration.h>
 
 #include <cstdint>
+#include <optional>
+#include <vector>
 
 namespace trellivar {
 
-/// The one thing that keeps the pad from working as it should, told quietly below it: no engine, a
-/// permission that has been withdrawn, or a mode that nobody has discovered.
-class NoteBridge : public Refreshing {
+/// What keeps the application from working as it should, told quietly where the pad is drawn: a
+/// problem (a file that could not be read or written, no engine, a permission that has been
+/// withdrawn), and a mode that nobody has discovered.
+class NotesBridge : public Refreshing {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("Given by App")
-  /// Empty without a note.
-  Q_PROPERTY(QString title READ title NOTIFY changed)
-  Q_PROPERTY(QString detail READ detail NOTIFY changed)
-  /// What its button says; empty without one.
-  Q_PROPERTY(QString action READ action NOTIFY changed)
+  /// Roles: title, detail, action (the text of its button; empty without one).
+  Q_PROPERTY(trellivar::RowModel* rows READ rows CONSTANT)
 
 public:
-  enum class Kind : std::uint8_t { none, noEngine, accessibility, inputMonitoring, undiscovered };
+  enum class Kind : std::uint8_t { files, noEngine, accessibility, inputMonitoring, undiscovered };
 
-  NoteBridge(AppRoot& root, bool hasEngine, QObject* parent = nullptr);
+  NotesBridge(AppRoot& root, const FileTroubles& troubles, bool hasEngine,
+              QObject* parent = nullptr);
 
-  Kind kind() const;
-  QString title() const { return title_; }
-  QString detail() const { return detail_; }
-  QString action() const { return action_; }
+  RowModel* rows() { return &rows_; }
+  /// One for each row.
+  const std::vector<Kind>& kinds() const { return kinds_; }
 
   void refresh() override;
 
-Q_SIGNALS:
-  void changed();
-
 private:
+  std::optional<Kind> problem() const;
+  RowModel::Row row(Kind kind) const;
+
   AppRoot& root_;
+  const FileTroubles& troubles_;
   bool hasEngine_;
-  QString title_;
-  QString detail_;
-  QString action_;
+  std::vector<Kind> kinds_;
+  RowModel rows_;
 };
 
 } // namespace trellivar

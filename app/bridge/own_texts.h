@@ -4,8 +4,8 @@
 
 #include <string_view>
 
-/// What only a computer without an engine of its own has to say. The table of texts is that of the
-/// computers that have one, where nobody can ever read these.
+/// What the table of texts has no words for: a computer without an engine of its own, and files
+/// that could not be read or written.
 namespace trellivar::OwnTexts {
 
 struct Text {
@@ -24,5 +24,7 @@ inline constexpr Text noEngineDetail{
     "with --simulate to try everything on a simulated desk.",
     "此系统没有可用的引擎。仍可编辑并通过 USB 写入键盘；使用 --simulate "
     "启动可在模拟桌面上试用全部功能。"};
+/// What exactly, and where, stands below it as in the log.
+inline constexpr Text filesTitle{"A file could not be read or written", "有文件无法读取或写入"};
 
 } // namespace trellivar::OwnTexts

@@ -33,13 +33,16 @@ ColumnLayout {
                 Layout.fillWidth: true
                 Layout.leftMargin: Theme.unit * 3
                 Layout.rightMargin: Theme.unit * 3
+                visible: notes.count < 2 // which need its room
                 text: App.devices.stageHint
                 color: Theme.quietText
                 font.pixelSize: Theme.small
                 horizontalAlignment: Text.AlignHCenter
                 wrapMode: Text.Wrap
             }
-            Note {
+            Notes {
+                id: notes
+
                 Layout.fillWidth: true
                 Layout.leftMargin: Theme.unit * 3
                 Layout.rightMargin: Theme.unit * 3

@@ -4,8 +4,18 @@ import Trellivar
 
 // Tells quietly what keeps the pad from working as it should, and offers to do something about it.
 Rectangle {
-    implicitHeight: row.implicitHeight + 2 * Theme.unit * 1.5
-    visible: App.note.title.length > 0
+    id: note
+
+    required property string title
+    required property string detail
+    // The text of its button; empty without one.
+    required property string action
+    // Only the title is written out.
+    property bool isBrief: false
+
+    signal actionRequested
+
+    implicitHeight: row.implicitHeight + 2 * row.y
     radius: Theme.radius
     color: Theme.accentQuiet
 
@@ -13,8 +23,8 @@ Rectangle {
         id: row
 
         x: Theme.unit * 2
-        y: Theme.unit * 1.5
-        width: parent.width - Theme.unit * 4
+        y: note.isBrief ? Theme.unit / 2 : Theme.unit * 1.5
+        width: note.width - Theme.unit * 4
         spacing: Theme.unit * 2
 
         ColumnLayout {
@@ -23,18 +33,19 @@ Rectangle {
 
             Text {
                 Layout.fillWidth: true
-                text: App.note.title
+                text: note.title
                 color: Theme.text
                 font.pixelSize: Theme.body
                 font.weight: Font.DemiBold
                 wrapMode: Text.Wrap
                 Accessible.role: Accessible.AlertMessage
                 Accessible.name: text
-                Accessible.description: App.note.detail
+                Accessible.description: note.detail
             }
             Text {
                 Layout.fillWidth: true
-                text: App.note.detail
+                visible: !note.isBrief
+                text: note.detail
                 color: Theme.quietText
                 font.pixelSize: Theme.small
                 wrapMode: Text.Wrap
@@ -43,8 +54,8 @@ Rectangle {
         ActionButton {
             Layout.maximumWidth: Theme.unit * 24
             visible: text.length > 0
-            text: App.note.action
-            onClicked: App.followNote()
+            text: note.action
+            onClicked: note.actionRequested()
         }
     }
 }

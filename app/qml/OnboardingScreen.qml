@@ -68,7 +68,7 @@ ScrollPanel {
                     onActionRequested: App.openPermissionSettings(index)
                 }
             }
-            Note {
+            Notes {
                 Layout.fillWidth: true
             }
             ActionButton {

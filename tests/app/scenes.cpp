@@ -29,6 +29,10 @@ void begin(Stage& stage, bool accessibility, bool inputMonitoring) {
 void onboardingStart(Stage& stage) { begin(stage, false, false); }
 void onboardingHalfway(Stage& stage) { begin(stage, true, false); }
 void onboardingPermitted(Stage& stage) { begin(stage, true, true); }
+void onboardingNoEngine(Stage& stage) {
+  stage.takeEngineAway();
+  onboardingPermitted(stage);
+}
 void noPad(Stage& stage) {
   stage.open();
   stage.goOn();
@@ -116,6 +120,17 @@ void noEngine(Stage& stage) {
   selected(stage);
 }
 
+void reportUnreadableFile(Stage& stage) {
+  stage.reportOfFile(
+      "the profiles cannot be read: /Users/lin/Library/Application Support/Trellivar/profiles.json:"
+      "12:5: expected ',' or '}'; the file counts as empty and is kept as "
+      "/Users/lin/Library/Application Support/Trellivar/profiles.json.unreadable");
+}
+void unreadableFile(Stage& stage) {
+  selected(stage);
+  reportUnreadableFile(stage);
+}
+
 void renaming(Stage& stage) {
   usb(stage);
   stage.doubleClick(stage.part("ActionPill", 0));
@@ -141,6 +156,11 @@ void undiscovered(Stage& stage) {
   stage.turnTo("M");
   stage.connectPad("bluetooth");
   work(stage, "M");
+}
+void twoNotes(Stage& stage) {
+  stage.takeEngineAway();
+  undiscovered(stage);
+  reportUnreadableFile(stage);
 }
 void unlearned(Stage& stage) {
   undiscovered(stage);
@@ -246,6 +266,7 @@ constexpr std::array all{
     Scene{"onboarding-halfway", onboardingHalfway},
     Scene{"onboarding-permitted", onboardingPermitted},
     Scene{"onboarding-pad", onboardingPad},
+    Scene{"onboarding-no-engine", onboardingNoEngine},
     Scene{"no-pad", noPad},
     Scene{"wireless", wireless},
     Scene{"usb", usb},
@@ -257,10 +278,12 @@ constexpr std::array all{
     Scene{"lost-accessibility", lostAccessibility},
     Scene{"lost-input-monitoring", lostInputMonitoring},
     Scene{"no-engine", noEngine},
+    Scene{"unreadable-file", unreadableFile},
     Scene{"renaming", renaming},
     Scene{"recording", recording},
     Scene{"error", error},
     Scene{"undiscovered", undiscovered},
+    Scene{"two-notes", twoNotes},
     Scene{"unlearned", unlearned},
     Scene{"learning", learning},
     Scene{"device", devicePopover},

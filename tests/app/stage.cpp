@@ -108,7 +108,14 @@ void Stage::setSystemDark(bool dark) {
 
 void Stage::setMotionReduced(bool reduced) { world_->platform.isMotionReducedNow = reduced; }
 
-void Stage::takeEngineAway() { world_->bridge.emplace(root(), world_->platform, false); }
+void Stage::takeEngineAway() {
+  world_->bridge.emplace(root(), world_->platform, world_->troubles, false);
+}
+
+void Stage::reportOfFile(const QString& what) {
+  world_->troubles.report(what.toStdString());
+  settle();
+}
 
 void Stage::pass(double seconds) {
   machine().desk.queue().advance(Seconds(seconds));

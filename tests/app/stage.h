@@ -63,8 +63,10 @@ public:
   Q_INVOKABLE void setSystemDark(bool dark);
   /// Before anything is shown.
   Q_INVOKABLE void setMotionReduced(bool reduced);
-  /// Stubs take the place of what would remap keys. The same.
+  /// The application takes the computer for one without an engine. The same.
   Q_INVOKABLE void takeEngineAway();
+  /// What the stores tell of the user's files.
+  Q_INVOKABLE void reportOfFile(const QString& what);
 
   // Time
 

@@ -32,6 +32,7 @@ struct Stage::World {
   RecordingPlatform platform;
   std::shared_ptr<SettingsStore> settings = std::make_shared<SettingsStore>(
       std::make_shared<MemoryUserDefaults>(std::vector<std::string>{"en"}));
+  FileTroubles troubles;
   AppRoot root{{.queue = machine.desk.queue(),
                 .background = background,
                 .engine = shared<RemapEngine>(machine.engine),
@@ -40,10 +41,10 @@ struct Stage::World {
                 .enumerator = shared<DeviceEnumerating>(machine.enumerator),
                 .hotplug = machine.hotplug,
                 .link = std::shared_ptr<Orlo3Linking>(new Orlo3SerialLink(machine.link(clock))),
-                .signatures = std::make_shared<SignatureStore>(folder.path()),
+                .signatures = std::make_shared<SignatureStore>(folder.path(), report()),
                 .settings = settings},
-               std::make_shared<ProfileListViewModel>(ProfileStore(folder.path()))};
-  std::optional<AppBridge> bridge{std::in_place, root, platform};
+               std::make_shared<ProfileListViewModel>(ProfileStore(folder.path()), report())};
+  std::optional<AppBridge> bridge{std::in_place, root, platform, troubles};
   QQmlEngine qml;
   std::unique_ptr<QObject> content;
   QQuickWindow* window = nullptr; ///< owned by `content`
@@ -56,6 +57,9 @@ struct Stage::World {
   }
 
 private:
+  Report report() {
+    return [this](std::string_view what) { troubles.report(what); };
+  }
   /// A service of the machine, which ends with it.
   template <class Service> static std::shared_ptr<Service> shared(Service& service) {
     return {std::shared_ptr<void>(), &service};

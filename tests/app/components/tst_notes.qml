@@ -5,6 +5,10 @@ import QtTest
 StageCase {
     name: "Notes"
 
+    function notesShown() {
+        return Stage.alerts().filter(text => text !== "");
+    }
+
     function test_aPermissionThatWasTakenBackIsToldUntilItIsThereAgain_data() {
         return [
             { tag: "lost-accessibility", title: "Grant Accessibility", action: "Open Accessibility settings", call: "settings: accessibility" },
@@ -26,12 +30,57 @@ StageCase {
         Stage.enter("no-engine");
         verifyShown("Keys can't be remapped on this computer");
         verify(Stage.alerts().includes("Keys can't be remapped on this computer"));
-        verify(control("Write to pad").enabled, "the pad can still be written");
         Stage.setLanguage("zh-Hans");
         verifyShown("这台电脑无法重映射按键");
     }
+    function test_aModeCanBeDiscoveredBesideAnyProblem() {
+        const undiscovered = "Mode M hasn't been discovered yet";
+        Stage.enter("undiscovered");
+        Stage.permit(true, false);
+        compare(notesShown(), ["Grant Input Monitoring", undiscovered]);
+        Stage.permit(false, true);
+        compare(notesShown(), ["Grant Accessibility", undiscovered]);
+        Stage.reportOfFile("profiles.json: No space left on device");
+        compare(notesShown(), ["A file could not be read or written", undiscovered]);
+        click("Discover this mode");
+        verifyShown("Discover Mode M");
+    }
+    function test_onlyTheFirstIsWrittenOut() {
+        Stage.enter("two-notes");
+        compare(notesShown(), ["A file could not be read or written", "Mode M hasn't been discovered yet"]);
+        const detail = Stage.text("undiscoveredDetail");
+        verifyNotShown(detail);
+        click("Close");
+        compare(notesShown(), ["Keys can't be remapped on this computer", "Mode M hasn't been discovered yet"]);
+        verifyNotShown(detail);
+        Stage.enter("undiscovered");
+        verifyShown(detail);
+    }
+
+    function test_whatIsWrongWithAFileIsToldUntilItIsNoted() {
+        Stage.enter("usb");
+        Stage.reportOfFile("profiles.json: No space left on device");
+        verifyShown("A file could not be read or written");
+        verifyShown("profiles.json: No space left on device");
+        Stage.setLanguage("zh-Hans");
+        verifyShown("有文件无法读取或写入");
+        verifyShown("profiles.json: No space left on device");
+        click("关闭");
+        compare(notesShown(), []);
+        Stage.reportOfFile("profiles.json: No space left on device");
+        verifyShown("有文件无法读取或写入");
+    }
+
+    function test_theFirstStepsShowNotesToo() {
+        Stage.enter("onboarding-no-engine");
+        compare(notesShown(), ["Keys can't be remapped on this computer"]);
+        Stage.reportOfFile("profiles.json: No space left on device");
+        click("Close");
+        compare(notesShown(), ["Keys can't be remapped on this computer"]);
+    }
+
     function test_thereIsNoNoteWhileAllIsWell() {
         Stage.enter("usb");
-        compare(Stage.alerts().filter(text => text !== "").join(), "");
+        compare(notesShown(), []);
     }
 }

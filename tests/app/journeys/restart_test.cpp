@@ -48,6 +48,8 @@ TEST(Restart, profilesThatCannotBeReadAreKeptBeside) {
   std::ofstream(person.dataFolder() / "profiles.json") << broken;
   person.start();
   person.goOnToThePad();
+  person.window.expect(alert("A file could not be read or written"));
+  person.window.click(button("Close"));
   EXPECT_EQ(readFile(person.dataFolder() / "profiles.json.unreadable"), broken);
 
   person.bring("P", "Cable");
