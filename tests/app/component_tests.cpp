@@ -2,6 +2,7 @@
 #include "tests/app/stage.h"
 #include "tests/app/surroundings.h"
 
+#include <QApplication>
 #include <QQmlContext>
 #include <QQmlEngine>
 #include <QtQuickTest>
@@ -54,6 +55,7 @@ private:
 
 int main(int argc, char* argv[]) {
   trellivar::useKnownSurroundings();
+  const QApplication application(argc, argv); // as in the product, not the one that Qt would make
   trellivar::ComponentTests tests;
   return quick_test_main_with_setup(argc, argv, "components", TRELLIVAR_COMPONENT_TESTS, &tests);
 }

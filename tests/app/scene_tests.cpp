@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <QGuiApplication>
+#include <QApplication>
 
 int main(int argc, char* argv[]) {
   testing::InitGoogleTest(&argc, argv);
   trellivar::useKnownSurroundings();
   trellivar::paintInMemory();
-  const QGuiApplication application(argc, argv);
+  const QApplication application(argc, argv);
   return RUN_ALL_TESTS();
 }

@@ -7,7 +7,7 @@
 #include "tests/app/surroundings.h"
 
 #include <QDir>
-#include <QGuiApplication>
+#include <QApplication>
 #include <cstdio>
 
 namespace trellivar {
@@ -38,7 +38,7 @@ int drawAll(const QDir& to) {
 int main(int argc, char* argv[]) {
   trellivar::useKnownSurroundings();
   trellivar::paintInMemory();
-  const QGuiApplication application(argc, argv);
+  const QApplication application(argc, argv);
   if (argc != 2 || !QDir().mkpath(argv[1])) {
     std::fprintf(stderr, "usage: screenshots FOLDER\n");
     return 2;

@@ -159,8 +159,13 @@ TEST_F(OptionsTest, saysThatKeysAreNotRemappedWhereThereIsNoEngine) {
     return program.errors().starts_with("trellivar: Keys can't be remapped on this computer. ");
   }));
   EXPECT_TRUE(program.isRunning());
+}
+
+TEST_F(OptionsTest, theDeskHasAnEngineAndSaysNothing) {
   Program onTheDesk(home.path(), {"--simulate", "--data-dir", "desk"});
   EXPECT_TRUE(eventually([&] { return fs::exists(home / "desk/profiles.json"); }));
+  // Answered by the first one's window, which comes after everything that a start has to say.
+  EXPECT_EQ(endingOf(home.path(), {"--simulate", "--data-dir", "desk"}), (Ending{0, "", ""}));
   EXPECT_EQ(onTheDesk.errors(), "");
 }
 
