@@ -3,6 +3,7 @@
 #include <QAccessible>
 #include <QEventLoop>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QTimer>
 #include <QWindow>
@@ -26,13 +27,22 @@ QAccessibleInterface* find(QAccessibleInterface* in, const QString& name) {
   return nullptr;
 }
 
-QAccessibleInterface* find(const QString& name) {
+[[noreturn]] void fail(const char* what, const QString& name) {
+  std::fprintf(stderr, "no %s is named \"%s\"\n", what, qPrintable(name));
+  std::exit(1); // NOLINT(concurrency-mt-unsafe): ends a measurement
+}
+
+QWindow& mainWindow() {
+  const QString title = "Trellivar";
   for (QWindow* window : QGuiApplication::topLevelWindows()) {
-    QAccessibleInterface* root =
-        window->isVisible() ? QAccessible::queryAccessibleInterface(window) : nullptr;
-    if (QAccessibleInterface* found = root ? find(root, name) : nullptr) return found;
+    if (window->title() == title) return *window;
   }
-  return nullptr;
+  fail("window", title);
+}
+
+QAccessibleInterface* find(const QString& name) {
+  QAccessibleInterface* root = QAccessible::queryAccessibleInterface(&mainWindow());
+  return root ? find(root, name) : nullptr;
 }
 
 void click(const QAccessibleInterface& control) {
@@ -64,14 +74,16 @@ void letPass(int milliseconds) {
   loop.exec();
 }
 
-bool isShown(const QString& name) { return find(name) != nullptr; }
-
 void press(const QString& name) {
-  if (!waitUntil([&name] { return isShown(name); })) {
-    std::fprintf(stderr, "no control is named \"%s\"\n", qPrintable(name));
-    std::exit(1); // NOLINT(concurrency-mt-unsafe): ends a measurement
-  }
+  if (!waitUntil([&] { return find(name) != nullptr; })) fail("control", name);
   click(*find(name));
+}
+
+void pressEscape() {
+  for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+    QKeyEvent event(type, Qt::Key_Escape, Qt::NoModifier);
+    QCoreApplication::sendEvent(&mainWindow(), &event);
+  }
 }
 
 } // namespace trellivar

@@ -11,11 +11,11 @@ bool waitUntil(const std::function<bool()>& condition);
 /// Runs the loop for a time.
 void letPass(int milliseconds);
 
-/// Whether a window shows a control whose name begins with this, as assistive technology finds it.
-bool isShown(const QString& name);
-
-/// Presses that control as soon as it is there. Ends the process with a message when it does not
-/// come.
+/// Presses the control of the main window whose name begins so, as assistive technology finds it,
+/// as soon as it is there. Ends the process with a message when it does not come.
 void press(const QString& name);
+
+/// On the keyboard, in the main window.
+void pressEscape();
 
 } // namespace trellivar

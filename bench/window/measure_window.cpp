@@ -1,5 +1,5 @@
 // Measures the application in its window: each run is a process of its own, and each figure the
-// median of several.
+// median of several; of turns it is the longest in any.
 
 #include "bench/window/figures.h"
 #include "bench/window/roles.h"
@@ -7,7 +7,6 @@
 #include <QCoreApplication>
 #include <algorithm>
 #include <cstdio>
-#include <map>
 #include <string_view>
 
 namespace trellivar {
@@ -27,24 +26,27 @@ constexpr double mostResident = 120;   // MiB
 constexpr double mostIdle = 0.5;       // percent of a core
 constexpr double mostTurn = 32;        // milliseconds
 
+struct Measured {
+  std::string name;
+  std::vector<double> values; ///< one for each run
+};
+
 double median(std::vector<double> values) {
   std::ranges::sort(values);
   return values.at(values.size() / 2);
 }
 
-/// The medians of several runs, in the order in which they were told.
-std::vector<Figure> medians(const std::string& role, int runs) {
-  std::vector<std::string> names;
-  std::map<std::string, std::vector<double>> values;
+/// What several runs told under each place in their order.
+std::vector<Measured> measured(const std::string& role, int runs) {
+  std::vector<Measured> result;
   for (int run = 0; run < runs; ++run) {
-    for (const Figure& figure : figuresOf(role)) {
-      if (values[figure.name].empty()) names.push_back(figure.name);
-      values[figure.name].push_back(figure.value);
+    const std::vector<Figure> figures = figuresOf(role);
+    result.resize(figures.size());
+    for (std::size_t i = 0; i < figures.size(); ++i) {
+      result[i].name = figures[i].name;
+      result[i].values.push_back(figures[i].value);
     }
   }
-  std::vector<Figure> result;
-  for (const std::string& name : names)
-    result.push_back({name, median(values[name])});
   return result;
 }
 
@@ -55,19 +57,19 @@ void print(const std::string& what, double value, const char* unit, double most)
 
 int measure(Runs runs) {
   figuresOf("first frame"); // warms the files
-  const double empty = medians("empty window", runs.starts).at(0).value;
-  const double frame = medians("first frame", runs.starts).at(0).value;
-  std::printf("%-40s %9s %-4s %9s\n", "", "median", "", "at most");
+  const double empty = median(measured("empty window", runs.starts).at(0).values);
+  const double frame = median(measured("first frame", runs.starts).at(0).values);
+  std::printf("%-40s %9s %-4s %9s\n", "", "", "", "at most");
   print("start to the first frame", frame, "ms", mostFirstFrame);
   std::printf("%-40s %9.2f ms\n", "the same of an empty window", empty);
   std::printf("%-40s %9.2f\n", "as a multiple", frame / empty);
-  for (const Figure& figure : medians("mapping screen", runs.stays)) {
-    if (figure.name == "resident")
-      print("resident, mapping screen open", figure.value, "MiB", mostResident);
-    else if (figure.name == "idle")
-      print("processor when idle", figure.value, "%", mostIdle);
+  for (const auto& [name, values] : measured("mapping screen", runs.stays)) {
+    if (name == "resident")
+      print("resident, mapping screen open", median(values), "MiB", mostResident);
+    else if (name == "idle")
+      print("processor when idle", median(values), "%", mostIdle);
     else
-      print("longest turn: " + figure.name, figure.value, "ms", mostTurn);
+      print("longest turn: " + name, std::ranges::max(values), "ms", mostTurn);
   }
   return 0;
 }

@@ -17,24 +17,31 @@ namespace {
 
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
-/// What a person does on the mapping screen, and what moves then.
+/// What a person does, and what moves then.
 struct Transition {
   const char* name;
-  const char* control; ///< that is pressed
+  const char* control; ///< that is pressed; null: Escape is
 };
+
+constexpr Transition leavingFirstSteps{"leave the first steps", "Continue"};
 
 constexpr std::array transitions{
     Transition{"select a key", "2"},
     Transition{"select another", "1"},
     Transition{"change the mode", "M"},
-    Transition{"change it back", "P"},
+    Transition{"open discovery", "Discover this mode"},
+    Transition{"go on to the keys", "Check connection"},
+    Transition{"close it", "Close"},
+    Transition{"change the mode back", "P"},
     Transition{"select a key of it", "1"},
     Transition{"open the keyboard", "Choose on keyboard"},
     Transition{"close it", "Cancel"},
     Transition{"open the settings", "SETTINGS"},
-    Transition{"change the appearance", "Light"},
+    Transition{"change the appearance", "Dark"},
     Transition{"close the settings", "Close"},
     Transition{"open the pad's chip", "No Orlo3"},
+    Transition{"close it", nullptr},
+    Transition{"write without a binding", "Write to pad"},
 };
 
 constexpr int transitionMilliseconds = 500;
@@ -56,15 +63,11 @@ Options options(const QTemporaryDir& folder) {
   return options;
 }
 
-void goToMappingScreen() { press("Continue"); }
-
-void measureTransitions(TimedLoop& loop) {
-  for (const Transition& transition : transitions) {
-    loop.takeLongest();
-    press(transition.control);
-    letPass(transitionMilliseconds);
-    tell({transition.name, Milliseconds(loop.takeLongest()).count()});
-  }
+void measure(const Transition& transition, TimedLoop& loop) {
+  loop.takeLongest();
+  transition.control ? press(transition.control) : pressEscape();
+  letPass(transitionMilliseconds);
+  tell({transition.name, Milliseconds(loop.takeLongest()).count()});
 }
 
 void measureRest() {
@@ -110,9 +113,10 @@ int runMappingScreen(int argc, char** argv) {
   TimedLoop loop(argc, argv);
   return runApplication(loop, [&loop](QQuickWindow&) {
     QTimer::singleShot(0, &loop, [&loop] {
-      goToMappingScreen();
+      measure(leavingFirstSteps, loop);
       measureRest();
-      measureTransitions(loop);
+      for (const Transition& transition : transitions)
+        measure(transition, loop);
       QCoreApplication::quit();
     });
   });
