@@ -131,6 +131,27 @@ StageCase {
         verifyNotShown("Learn this key first.");
         compare(Stage.control("Capture Key 2"), null);
     }
+    function test_learningByKeyboardLeadsToWhatTheKeyCanBeGiven() {
+        Stage.enter("unlearned");
+        tabTo("Capture Key 2");
+        Stage.key(Qt.Key_Return);
+        verify(Stage.app.mapping.isLearning);
+        Stage.pass(0.5);
+        Stage.press(2);
+        compare(Stage.learned(2), "left_option 2");
+        compare(Stage.focused(), "Record custom");
+        verify(control("Record custom").visualFocus);
+    }
+    function test_learningThatIsCancelledByKeyboardCanBeTriedAgain() {
+        Stage.enter("unlearned");
+        tabTo("Capture Key 2");
+        Stage.key(Qt.Key_Return);
+        tabTo("Cancel");
+        Stage.key(Qt.Key_Return);
+        verify(!Stage.app.mapping.isLearning);
+        compare(Stage.focused(), "Capture Key 2");
+        verify(control("Capture Key 2").visualFocus);
+    }
     function test_learningCanBeCancelled() {
         Stage.enter("learning");
         click("Cancel");
