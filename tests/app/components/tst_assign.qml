@@ -16,17 +16,6 @@ StageCase {
         fail(name + " is not in the library");
     }
 
-    function test_aRecordedShortcutDoesNotQuit() {
-        const nobodyToQuit = "QQmlEngine::quit()";
-        Stage.enter("recording");
-        Stage.key(Qt.Key_Q, Qt.ControlModifier);
-        compare(Stage.warnings.join(), "");
-        click("Cancel");
-        Stage.key(Qt.Key_Q, Qt.ControlModifier);
-        verify(Stage.warnings.join().includes(nobodyToQuit), "as it does otherwise: " + Stage.warnings.join());
-        Stage.forgetWarnings();
-    }
-
     function test_theTitleNamesTheKey_data() {
         return [
             { tag: "selected", title: "Key 1 — Copy", legend: "⌘ C" },
