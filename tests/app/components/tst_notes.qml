@@ -26,9 +26,15 @@ StageCase {
         Stage.enter("no-engine");
         verifyShown("Keys can't be remapped on this computer");
         verify(Stage.alerts().includes("Keys can't be remapped on this computer"));
-        verify(control("Write to pad").enabled, "the pad can still be written");
         Stage.setLanguage("zh-Hans");
         verifyShown("这台电脑无法重映射按键");
+    }
+    function test_withoutAnEngineThePadCanBeWritten() {
+        Stage.enter("no-engine");
+        click("Write to pad");
+        Stage.finishWriting();
+        compare(Stage.app.write.state, "done");
+        compare(Stage.written().join(), "P1", "the firmware has no keys for the volume");
     }
     function test_thereIsNoNoteWhileAllIsWell() {
         Stage.enter("usb");
