@@ -13,7 +13,7 @@ AbstractButton {
     font.pixelSize: Theme.body
     hoverEnabled: true
     text: App.devices.chipText
-    Accessible.role: Accessible.ButtonMenu
+    Accessible.role: Accessible.Button
     Accessible.name: text
     Accessible.description: App.devices.explanation
     onClicked: popover.opened ? popover.close() : popover.open()
