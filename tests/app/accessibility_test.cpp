@@ -91,6 +91,7 @@ protected:
   void expectEachStopOnce(const QList<QQuickItem*>& visited);
   static void expectOrderOfReading(const QList<QQuickItem*>& visited);
   void expectTheSameBackwards(const QList<QQuickItem*>& forwards);
+  void expectToListenOnly();
   void expectToSeeWhereTheKeyboardIs(const QList<QQuickItem*>& visited);
 };
 
@@ -163,6 +164,18 @@ void Accessibility::expectToSeeWhereTheKeyboardIs(const QList<QQuickItem*>& visi
   }
 }
 
+/// The keyboard is at what listens, which is seen, and stays there.
+void Accessibility::expectToListenOnly() {
+  QQuickItem& listener = *stage.window()->activeFocusItem();
+  EXPECT_EQ(accessibleRole(listener), QAccessible::StaticText) << text(listener);
+  EXPECT_TRUE(stops().contains(&listener)) << text(listener);
+  EXPECT_EQ(stage.count("FocusRing"), 1) << text(listener);
+  stage.key(Qt::Key_Tab);
+  EXPECT_EQ(stage.window()->activeFocusItem(), &listener) << "Tab belongs to what is heard";
+  stage.key(Qt::Key_Backtab, Qt::ShiftModifier);
+  EXPECT_EQ(stage.window()->activeFocusItem(), &listener) << "backwards as well";
+}
+
 TEST_P(Accessibility, everythingHasANameAndARole) {
   enter(GetParam());
   expectNamesAndRoles();
@@ -172,9 +185,7 @@ TEST_P(Accessibility, everythingHasANameAndARole) {
 TEST_P(Accessibility, theKeyboardReachesEverything) {
   enter(GetParam());
   if (listeningScenes.contains(GetParam().name)) {
-    const QQuickItem* listener = stage.window()->activeFocusItem();
-    stage.key(Qt::Key_Tab);
-    EXPECT_EQ(stage.window()->activeFocusItem(), listener) << "Tab belongs to what is heard";
+    expectToListenOnly();
     return;
   }
   const QList<QQuickItem*> visited = round();
