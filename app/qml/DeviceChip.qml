@@ -16,6 +16,7 @@ AbstractButton {
     Accessible.role: Accessible.Button
     Accessible.name: text
     Accessible.description: App.devices.explanation
+    Accessible.onPressAction: clicked()
     onClicked: popover.opened ? popover.close() : popover.open()
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()

@@ -22,6 +22,8 @@ T.CheckDelegate {
     Accessible.ignored: isSpacer
     Accessible.checkable: true
     Accessible.checked: isChosen
+    Accessible.onPressAction: clicked()
+    Accessible.onToggleAction: clicked()
 
     contentItem: Text {
         text: key.label

@@ -199,6 +199,11 @@ void Stage::type(const QString& text) {
   settle();
 }
 
+void Stage::assist(QQuickItem* item, const QString& action) {
+  QAccessible::queryAccessibleInterface(item)->actionInterface()->doAction(action);
+  settle();
+}
+
 QQuickWindow* Stage::window() const { return world_->window; }
 
 } // namespace trellivar
