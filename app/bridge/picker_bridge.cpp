@@ -100,11 +100,14 @@ void PickerBridge::toggle(const QString& keyId) {
 }
 
 bool PickerBridge::press(int key, int modifiers) {
-  const bool isModifier = TypedKey::modifier(key).has_value();
-  loneModifier_ = isModifier ? key : 0;
+  const auto modifier = TypedKey::modifier(key);
+  const auto allHeld = TypedKey::modifiers(Qt::KeyboardModifiers(modifiers));
+  const bool isAlone =
+      std::ranges::all_of(allHeld, [&](Modifier held) { return held == modifier; });
+  loneModifier_ = modifier && isAlone ? key : 0;
   const auto base = TypedKey::base(key);
-  if (!base) return isModifier;
-  for (const Modifier held : TypedKey::modifiers(Qt::KeyboardModifiers(modifiers))) {
+  if (!base) return modifier.has_value();
+  for (const Modifier held : allHeld) {
     const bool isThere = std::ranges::any_of(modifiers_, [held](Modifier chosen) {
       return chosen == held || chosen == held.oppositeSide();
     });

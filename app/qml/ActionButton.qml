@@ -17,6 +17,8 @@ Button {
     hoverEnabled: true
     opacity: enabled ? 1 : 0.45
     Accessible.name: text
+    Accessible.onPressAction: if (enabled)
+        clicked()
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 

@@ -36,6 +36,7 @@ AbstractButton {
     Accessible.role: Accessible.Button
     Accessible.name: caption
     Accessible.description: tip.text
+    Accessible.onPressAction: clicked()
     onClicked: App.mapping.select(keyId)
     onDoubleClicked: edit()
     Keys.onReturnPressed: edit()

@@ -8,6 +8,10 @@ FocusScope {
 
     signal pickerRequested
 
+    readonly property bool canAssign: App.mapping.canAssign
+
+    // What was used last may be hidden when the keyboard comes back.
+    onCanAssignChanged: (canAssign ? recordButton : learnButton).focus = true
     implicitHeight: column.implicitHeight
 
     ColumnLayout {
@@ -17,15 +21,17 @@ FocusScope {
         spacing: Theme.unit
 
         ActionButton {
+            id: recordButton
+
             Layout.fillWidth: true
             focus: true
-            enabled: App.mapping.canAssign
+            enabled: controls.canAssign
             text: App.texts.recordCustom
             onClicked: App.mapping.record()
         }
         ActionButton {
             Layout.fillWidth: true
-            enabled: App.mapping.canAssign
+            enabled: controls.canAssign
             text: App.texts.chooseOnKeyboard
             onClicked: controls.pickerRequested()
         }
@@ -38,7 +44,7 @@ FocusScope {
         }
         ArrowKeys {
             Layout.fillWidth: true
-            visible: App.mapping.canAssign
+            visible: controls.canAssign
             implicitHeight: library.implicitHeight
 
             Flow {
@@ -68,7 +74,7 @@ FocusScope {
             id: learnButton
 
             Layout.fillWidth: true
-            visible: !App.mapping.canAssign
+            visible: !controls.canAssign
             isPrimary: true
             text: App.mapping.learnText
             onClicked: App.mapping.learn()

@@ -13,9 +13,10 @@ AbstractButton {
     font.pixelSize: Theme.body
     hoverEnabled: true
     text: App.devices.chipText
-    Accessible.role: Accessible.ButtonMenu
+    Accessible.role: Accessible.Button
     Accessible.name: text
     Accessible.description: App.devices.explanation
+    Accessible.onPressAction: clicked()
     onClicked: popover.opened ? popover.close() : popover.open()
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()

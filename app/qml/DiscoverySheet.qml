@@ -61,6 +61,9 @@ Sheet {
             onVisibleChanged: if (visible)
                 forceActiveFocus(Qt.OtherFocusReason)
 
+            FocusRing {
+                visible: parent.activeFocus
+            }
             Row {
                 anchors.centerIn: parent
                 spacing: Theme.unit

@@ -1,9 +1,10 @@
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import Trellivar
 
-// A key of a drawn keyboard. A spacer keeps the place of one.
-AbstractButton {
+// A key of a drawn keyboard. A spacer keeps the place of one. It is told as a check box, which T.CheckBox is
+// not without checking itself.
+T.CheckDelegate {
     id: key
 
     property string label
@@ -13,13 +14,16 @@ AbstractButton {
 
     implicitHeight: Theme.unit * 5
     enabled: !isSpacer
+    focusPolicy: Qt.StrongFocus
     hoverEnabled: true
+    checkable: false // what is chosen is for the model to say
     font.pixelSize: Theme.body
-    Accessible.role: Accessible.Button
     Accessible.name: name
     Accessible.ignored: isSpacer
     Accessible.checkable: true
     Accessible.checked: isChosen
+    Accessible.onPressAction: clicked()
+    Accessible.onToggleAction: clicked()
 
     contentItem: Text {
         text: key.label

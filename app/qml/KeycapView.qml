@@ -20,6 +20,7 @@ AbstractButton {
     Accessible.role: Accessible.Button
     Accessible.name: keyId + " " + caption
     Accessible.description: legend
+    Accessible.onPressAction: clicked()
     onClicked: App.mapping.select(keyId)
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()

@@ -22,6 +22,8 @@ T.RadioButton {
     Accessible.name: name
     Accessible.checkable: true
     Accessible.checked: isAssigned
+    Accessible.onPressAction: clicked()
+    Accessible.onToggleAction: clicked()
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 

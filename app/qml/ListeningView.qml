@@ -46,12 +46,17 @@ FocusScope {
         }
         Text {
             Layout.fillWidth: true
+            padding: Theme.unit
             text: view.prompt
             color: Theme.text
             font.pixelSize: Theme.body
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
             Accessible.ignored: true
+
+            FocusRing {
+                visible: listener.activeFocus
+            }
         }
         ActionButton {
             Layout.alignment: Qt.AlignHCenter

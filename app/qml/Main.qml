@@ -12,10 +12,14 @@ ApplicationWindow {
     title: "Trellivar"
     color: Theme.window
 
-    // As the menu of the status area has it, which not every desktop shows.
+    // As the menu of the status area has it, which not every desktop shows. It belongs to what listens
+    // for keys while anything does.
     Shortcut {
+        readonly property bool isListening: App.mapping.isRecording || App.mapping.isLearning || (App.discovery?.isCapturing ?? false)
+
         sequence: "Ctrl+Q"
-        enabled: !App.mapping.isRecording && !App.mapping.isLearning && !(App.discovery?.isCapturing ?? false)
+        context: Qt.ApplicationShortcut // a sheet keeps those of the window from working
+        enabled: !isListening && !picker.visible
         onActivated: Qt.quit()
     }
     Loader {

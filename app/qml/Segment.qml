@@ -21,6 +21,8 @@ T.RadioButton {
     Accessible.name: text
     Accessible.checkable: true
     Accessible.checked: isChosen
+    Accessible.onPressAction: clicked()
+    Accessible.onToggleAction: clicked()
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 

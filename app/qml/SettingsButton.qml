@@ -31,6 +31,7 @@ AbstractButton {
     text: App.texts.settingsLabel
     Accessible.role: Accessible.Button
     Accessible.name: text
+    Accessible.onPressAction: clicked()
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 

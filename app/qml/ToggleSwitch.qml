@@ -17,6 +17,8 @@ Switch {
     font.pixelSize: Theme.body
     Accessible.role: Accessible.CheckBox
     Accessible.name: text
+    Accessible.onPressAction: flip()
+    Accessible.onToggleAction: flip()
     Keys.onReturnPressed: flip()
     Keys.onEnterPressed: flip()
 

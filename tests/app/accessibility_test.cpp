@@ -3,7 +3,8 @@
 
 #include <QAccessibleInterface>
 #include <QSet>
-#include <map>
+#include <algorithm>
+#include <array>
 #include <set>
 #include <string>
 #include <string_view>
@@ -11,12 +12,24 @@
 namespace trellivar {
 namespace {
 
-/// As what assistive technology is to know the controls; Qt has a will of its own in that.
-const std::map<std::string, QAccessible::Role> agreedRoles{
-    {"ActionPill", QAccessible::Button},     {"KeyboardKey", QAccessible::Button},
-    {"KeycapView", QAccessible::Button},     {"LibraryItem", QAccessible::RadioButton},
-    {"ActionButton", QAccessible::Button},   {"Segment", QAccessible::RadioButton},
-    {"SettingsButton", QAccessible::Button}, {"ToggleSwitch", QAccessible::CheckBox}};
+/// As what assistive technology is to know a control; Qt has a will of its own in that.
+struct Agreement {
+  std::string_view component;
+  QAccessible::Role role;
+  bool isCheckable;
+};
+constexpr std::array agreements{
+    Agreement{"ActionButton", QAccessible::Button, false},
+    Agreement{"ActionPill", QAccessible::Button, false},
+    Agreement{"DeviceChip", QAccessible::Button, false},
+    Agreement{"KeycapView", QAccessible::Button, false},
+    Agreement{"LibraryItem", QAccessible::RadioButton, true},
+    Agreement{"ModeSegment", QAccessible::RadioButton, true},
+    Agreement{"PickerKey", QAccessible::CheckBox, true},
+    Agreement{"Segment", QAccessible::RadioButton, true},
+    Agreement{"SettingsButton", QAccessible::Button, false},
+    Agreement{"ToggleSwitch", QAccessible::CheckBox, true},
+};
 
 /// Where every key is for what is listened to, until that ends by itself or by a click.
 const std::set<std::string_view> listeningScenes{"recording", "discovery-listening",
@@ -78,6 +91,7 @@ protected:
   void expectEachStopOnce(const QList<QQuickItem*>& visited);
   static void expectOrderOfReading(const QList<QQuickItem*>& visited);
   void expectTheSameBackwards(const QList<QQuickItem*>& forwards);
+  void expectToListenOnly();
   void expectToSeeWhereTheKeyboardIs(const QList<QQuickItem*>& visited);
 };
 
@@ -90,10 +104,10 @@ void Accessibility::expectNamesAndRoles() {
     EXPECT_NE(object->role(), QAccessible::NoRole) << what;
     EXPECT_FALSE(object->text(QAccessible::Name).isEmpty())
         << what << " with role " << object->role();
-    const auto wanted = agreedRoles.find(what);
-    if (wanted == agreedRoles.end()) continue;
-    EXPECT_EQ(object->role(), wanted->second) << what;
-    EXPECT_EQ(object->state().checkable, wanted->second != QAccessible::Button) << what;
+    const auto wanted = std::ranges::find(agreements, what, &Agreement::component);
+    if (wanted == agreements.end()) continue;
+    EXPECT_EQ(object->role(), wanted->role) << what;
+    EXPECT_EQ(object->state().checkable, wanted->isCheckable) << what;
   }
 }
 
@@ -150,6 +164,18 @@ void Accessibility::expectToSeeWhereTheKeyboardIs(const QList<QQuickItem*>& visi
   }
 }
 
+/// The keyboard is at what listens, which is seen, and stays there.
+void Accessibility::expectToListenOnly() {
+  QQuickItem& listener = *stage.window()->activeFocusItem();
+  EXPECT_EQ(accessibleRole(listener), QAccessible::StaticText) << text(listener);
+  EXPECT_TRUE(stops().contains(&listener)) << text(listener);
+  EXPECT_EQ(stage.count("FocusRing"), 1) << text(listener);
+  stage.key(Qt::Key_Tab);
+  EXPECT_EQ(stage.window()->activeFocusItem(), &listener) << "Tab belongs to what is heard";
+  stage.key(Qt::Key_Backtab, Qt::ShiftModifier);
+  EXPECT_EQ(stage.window()->activeFocusItem(), &listener) << "backwards as well";
+}
+
 TEST_P(Accessibility, everythingHasANameAndARole) {
   enter(GetParam());
   expectNamesAndRoles();
@@ -159,9 +185,7 @@ TEST_P(Accessibility, everythingHasANameAndARole) {
 TEST_P(Accessibility, theKeyboardReachesEverything) {
   enter(GetParam());
   if (listeningScenes.contains(GetParam().name)) {
-    const QQuickItem* listener = stage.window()->activeFocusItem();
-    stage.key(Qt::Key_Tab);
-    EXPECT_EQ(stage.window()->activeFocusItem(), listener) << "Tab belongs to what is heard";
+    expectToListenOnly();
     return;
   }
   const QList<QQuickItem*> visited = round();
@@ -169,6 +193,19 @@ TEST_P(Accessibility, theKeyboardReachesEverything) {
   expectOrderOfReading(visited);
   expectTheSameBackwards(visited);
   expectToSeeWhereTheKeyboardIs(visited);
+}
+
+using Agreements = StageTest;
+
+TEST_F(Agreements, eachIsAboutAControlThatIsThere) {
+  std::set<std::string> seen;
+  for (const char* name : {"selected", "picker", "settings"}) {
+    enter(scene(name));
+    for (const QQuickItem* item : seenItems(*stage.window()))
+      seen.insert(componentOf(*item).toStdString());
+  }
+  for (const Agreement& agreement : agreements)
+    EXPECT_TRUE(seen.contains(std::string(agreement.component))) << agreement.component;
 }
 
 INSTANTIATE_TEST_SUITE_P(Screens, Accessibility, everyScene(), nameOfScene);

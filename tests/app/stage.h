@@ -119,7 +119,12 @@ public:
   Q_INVOKABLE void pointAway();
   /// A key of the keyboard, Qt.Key_Tab and so on.
   Q_INVOKABLE void key(int key, int modifiers = 0);
+  /// One half of that. The modifiers are those that are held before it.
+  Q_INVOKABLE void keyDown(int key, int modifiers = 0);
+  Q_INVOKABLE void keyUp(int key, int modifiers = 0);
   Q_INVOKABLE void type(const QString& text);
+  /// As assistive technology works an item, with one of its actions: "Press", "Toggle".
+  Q_INVOKABLE void assist(QQuickItem* item, const QString& action);
   Q_INVOKABLE void setLanguage(const QString& language);
   Q_INVOKABLE void setAppearance(const QString& appearance);
 

@@ -183,9 +183,24 @@ void Stage::key(int key, int modifiers) {
   settle();
 }
 
+void Stage::keyDown(int key, int modifiers) {
+  QTest::simulateEvent(window(), true, key, Qt::KeyboardModifiers(modifiers), {}, false);
+  settle();
+}
+
+void Stage::keyUp(int key, int modifiers) {
+  QTest::simulateEvent(window(), false, key, Qt::KeyboardModifiers(modifiers), {}, false);
+  settle();
+}
+
 void Stage::type(const QString& text) {
   for (const QChar character : text)
     QTest::sendKeyEvent(QTest::Click, window(), Qt::Key_unknown, character, {});
+  settle();
+}
+
+void Stage::assist(QQuickItem* item, const QString& action) {
+  QAccessible::queryAccessibleInterface(item)->actionInterface()->doAction(action);
   settle();
 }
 

@@ -16,17 +16,6 @@ StageCase {
         fail(name + " is not in the library");
     }
 
-    function test_aRecordedShortcutDoesNotQuit() {
-        const nobodyToQuit = "QQmlEngine::quit()";
-        Stage.enter("recording");
-        Stage.key(Qt.Key_Q, Qt.ControlModifier);
-        compare(Stage.warnings.join(), "");
-        click("Cancel");
-        Stage.key(Qt.Key_Q, Qt.ControlModifier);
-        verify(Stage.warnings.join().includes(nobodyToQuit), "as it does otherwise: " + Stage.warnings.join());
-        Stage.forgetWarnings();
-    }
-
     function test_theTitleNamesTheKey_data() {
         return [
             { tag: "selected", title: "Key 1 — Copy", legend: "⌘ C" },
@@ -130,6 +119,27 @@ StageCase {
         compare(Stage.count("LibraryItem"), library.length);
         verifyNotShown("Learn this key first.");
         compare(Stage.control("Capture Key 2"), null);
+    }
+    function test_learningByKeyboardLeadsToWhatTheKeyCanBeGiven() {
+        Stage.enter("unlearned");
+        tabTo("Capture Key 2");
+        Stage.key(Qt.Key_Return);
+        verify(Stage.app.mapping.isLearning);
+        Stage.pass(0.5);
+        Stage.press(2);
+        compare(Stage.learned(2), "left_option 2");
+        compare(Stage.focused(), "Record custom");
+        verify(control("Record custom").visualFocus);
+    }
+    function test_learningThatIsCancelledByKeyboardCanBeTriedAgain() {
+        Stage.enter("unlearned");
+        tabTo("Capture Key 2");
+        Stage.key(Qt.Key_Return);
+        tabTo("Cancel");
+        Stage.key(Qt.Key_Return);
+        verify(!Stage.app.mapping.isLearning);
+        compare(Stage.focused(), "Capture Key 2");
+        verify(control("Capture Key 2").visualFocus);
     }
     function test_learningCanBeCancelled() {
         Stage.enter("learning");

@@ -79,6 +79,13 @@ StageCase {
         compare(notesShown(), ["Keys can't be remapped on this computer"]);
     }
 
+    function test_withoutAnEngineThePadCanBeWritten() {
+        Stage.enter("no-engine");
+        click("Write to pad");
+        Stage.finishWriting();
+        compare(Stage.app.write.state, "done");
+        compare(Stage.written().join(), "P1", "the firmware has no keys for the volume");
+    }
     function test_thereIsNoNoteWhileAllIsWell() {
         Stage.enter("usb");
         compare(notesShown(), []);

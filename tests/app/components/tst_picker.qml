@@ -71,6 +71,81 @@ StageCase {
         compare(Stage.stored("P", 3), "");
     }
 
+    // Typing on the keyboard in front of the user.
+    function test_whatIsTypedIsComposed_data() {
+        return [
+            { tag: "K", key: Qt.Key_K, modifiers: Qt.NoModifier, drawn: "k", shown: "K" },
+            { tag: "Ctrl+Shift+K", key: Qt.Key_K, modifiers: Qt.ControlModifier | Qt.ShiftModifier, drawn: "k", shown: Qt.platform.os === "osx" ? "⌘ ⇧ K" : "⇧ ⌃ K" },
+            { tag: "Alt+F5", key: Qt.Key_F5, modifiers: Qt.AltModifier, drawn: "f5", shown: "⌥ F5" },
+            { tag: "Shift+!", key: Qt.Key_Exclam, modifiers: Qt.ShiftModifier, drawn: "1", shown: "⇧ 1" },
+            { tag: "Backspace", key: Qt.Key_Backspace, modifiers: Qt.NoModifier, drawn: "delete or backspace", shown: "⌫" }
+        ];
+    }
+    function test_whatIsTypedIsComposed(data) {
+        Stage.enter("picker");
+        Stage.key(data.key, data.modifiers); // which go down before it and come up after it
+        verifyShown(data.shown);
+        verify(Stage.isChecked(control(data.drawn)));
+        compare(Stage.focused(), "escape", "the keyboard stays where it is");
+        click("Assign to Key 3");
+        compare(Stage.stored("P", 3), data.shown);
+    }
+    function test_theSameKeyTwiceStays() {
+        Stage.enter("picker");
+        Stage.key(Qt.Key_K, Qt.AltModifier);
+        Stage.key(Qt.Key_K, Qt.AltModifier);
+        verifyShown("⌥ K");
+    }
+    function test_anotherKeyTakesThePlaceOfTheTypedOne() {
+        Stage.enter("picker");
+        Stage.key(Qt.Key_K);
+        Stage.key(Qt.Key_J);
+        verify(Stage.isChecked(control("j")));
+        verify(!Stage.isChecked(control("k")));
+    }
+    function test_aModifierThatComesUpBeforeTheKeyStays() {
+        Stage.enter("picker");
+        Stage.keyDown(Qt.Key_Alt);
+        Stage.keyDown(Qt.Key_K, Qt.AltModifier);
+        Stage.keyUp(Qt.Key_Alt, Qt.AltModifier);
+        Stage.keyUp(Qt.Key_K);
+        verifyShown("⌥ K");
+    }
+    function test_aModifierThatIsTappedAloneIsToggled() {
+        Stage.enter("picker");
+        Stage.key(Qt.Key_Shift);
+        verify(Stage.isChecked(control("left shift")));
+        Stage.key(Qt.Key_Shift);
+        verifyShown("Click keys below");
+    }
+    function test_modifiersThatAreHeldTogetherAreNotTapped_data() {
+        return [{ tag: "in the same order", up: Qt.Key_Alt, then: Qt.Key_Shift, held: Qt.ShiftModifier },
+            { tag: "in reverse", up: Qt.Key_Shift, then: Qt.Key_Alt, held: Qt.AltModifier }];
+    }
+    function test_modifiersThatAreHeldTogetherAreNotTapped(data) {
+        Stage.enter("picker");
+        Stage.keyDown(Qt.Key_Alt);
+        Stage.keyDown(Qt.Key_Shift, Qt.AltModifier);
+        Stage.keyUp(data.up, Qt.AltModifier | Qt.ShiftModifier);
+        Stage.keyUp(data.then, data.held);
+        verifyShown("Click keys below");
+    }
+    function test_aModifierThatIsHeldIsTheLatchedOneOfEitherSide() {
+        Stage.enter("picker");
+        click("right shift");
+        Stage.key(Qt.Key_K, Qt.ShiftModifier);
+        verifyShown("⇧R K");
+    }
+    function test_aModifierThatIsHeldWhileTheSheetIsWorkedIsNotTapped() {
+        Stage.enter("picker");
+        Stage.keyDown(Qt.Key_Shift);
+        Stage.keyDown(Qt.Key_Right, Qt.ShiftModifier);
+        compare(Stage.focused(), "f1");
+        Stage.keyUp(Qt.Key_Right, Qt.ShiftModifier);
+        Stage.keyUp(Qt.Key_Shift, Qt.ShiftModifier);
+        verifyShown("Click keys below");
+    }
+
     function test_byKeyboardAlone() {
         Stage.enter("selected-empty");
         tabTo("Choose on keyboard…");
