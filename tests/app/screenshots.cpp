@@ -6,8 +6,8 @@
 #include "tests/app/stage.h"
 #include "tests/app/surroundings.h"
 
-#include <QDir>
 #include <QApplication>
+#include <QDir>
 #include <cstdio>
 
 namespace trellivar {
