@@ -33,7 +33,10 @@ TrellivarApp::TrellivarApp(const Options& options)
 }
 
 Report TrellivarApp::report() {
-  return [this](std::string_view what) { troubles_.report(what); };
+  return [this](std::string_view what) {
+    debugLog(what);
+    troubles_.report(what);
+  };
 }
 
 std::shared_ptr<SettingsStore> TrellivarApp::settingsFor(const Options& options) const {

@@ -66,7 +66,7 @@ void AppBridge::openPermissionSettings(int step) {
 
 void AppBridge::followNote(int index) {
   using Kind = NotesBridge::Kind;
-  switch (notes_.kinds().at(static_cast<std::size_t>(index))) {
+  switch (static_cast<Kind>(index)) {
   case Kind::files:
     return troubles_.dismiss();
   case Kind::noEngine:
@@ -82,7 +82,7 @@ void AppBridge::followNote(int index) {
 
 void AppBridge::openDiscovery() {
   const Profile* active = root_.profiles().active();
-  if (!active) return;
+  if (!active || discovery_) return;
   discovery_ = std::make_unique<DiscoveryBridge>(root_.discover(active->name), root_.settings());
   Q_EMIT discoveryChanged();
 }

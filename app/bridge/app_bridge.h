@@ -75,7 +75,7 @@ public:
   Q_INVOKABLE void finishOnboarding();
   /// Asks for what a step of the onboarding needs, 0 or 1, and opens the settings for it.
   Q_INVOKABLE void openPermissionSettings(int step);
-  /// Does what the button of a note offers, counted from 0.
+  /// Does what the button of a note offers, which is a `NotesBridge::Kind`.
   Q_INVOKABLE void followNote(int index);
   /// Opens the sheet for the active mode.
   Q_INVOKABLE void openDiscovery();

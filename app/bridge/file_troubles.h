@@ -2,23 +2,25 @@
 
 #include "viewmodels/published.h"
 
-#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace trellivar {
 
-/// What went wrong last with a file of the user's, until the user has taken note of it. It goes to
-/// the log as well. Main thread.
+/// What went wrong with the user's files, until the user has taken note of it. Main thread.
 class FileTroubles {
 public:
+  /// Again what nobody has taken note of yet is nothing new.
   void report(std::string_view what);
-  void dismiss() { last_.set(std::nullopt); }
+  /// The first is noted.
+  void dismiss();
 
-  const Published<std::optional<std::string>>& last() const noexcept { return last_; }
+  /// The oldest first.
+  const Published<std::vector<std::string>>& all() const noexcept { return all_; }
 
 private:
-  Published<std::optional<std::string>> last_;
+  Published<std::vector<std::string>> all_;
 };
 
 } // namespace trellivar

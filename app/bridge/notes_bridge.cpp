@@ -21,8 +21,8 @@ NotesBridge::NotesBridge(AppRoot& root, const FileTroubles& troubles, bool hasEn
       root_(root),
       troubles_(troubles),
       hasEngine_(hasEngine),
-      rows_({"title", "detail", "action"}) {
-  watch(troubles_.last());
+      rows_({"isShown", "mayBeBrief", "title", "detail", "action"}) {
+  watch(troubles_.all());
   watch(root_.isOnboarding());
   watch(root_.onboarding().steps());
   watch(root_.mapping().device());
@@ -34,7 +34,7 @@ NotesBridge::NotesBridge(AppRoot& root, const FileTroubles& troubles, bool hasEn
 
 /// What to see to first; the pad would lose its room to more than one.
 std::optional<NotesBridge::Kind> NotesBridge::problem() const {
-  if (*troubles_.last()) return Kind::files;
+  if (!troubles_.all()->empty()) return Kind::files;
   if (!hasEngine_) return Kind::noEngine;
   if (*root_.isOnboarding()) return std::nullopt; // which asks for the permissions itself
   const OnboardingSteps& steps = *root_.onboarding().steps();
@@ -43,32 +43,30 @@ std::optional<NotesBridge::Kind> NotesBridge::problem() const {
   return std::nullopt;
 }
 
-RowModel::Row NotesBridge::row(Kind kind) const {
-  switch (kind) {
-  case Kind::files:
-    return {own(OwnTexts::filesTitle), qtText(troubles_.last()->value_or("")), shared(Text::close)};
-  case Kind::noEngine:
-    return {own(OwnTexts::noEngineTitle), own(OwnTexts::noEngineDetail), QString()};
-  case Kind::accessibility:
-    return {shared(Text::step1Title), shared(Text::step1Why), shared(Text::openAccessibility)};
-  case Kind::inputMonitoring:
-    return {shared(Text::step2Title), shared(Text::step2Why), shared(Text::openInputMonitoring)};
-  case Kind::undiscovered:
-    break;
-  }
-  const Profile* active = root_.profiles().active();
-  return {qtText(L10n::t(Text::undiscoveredTitle, active ? active->name : "")),
-          shared(Text::undiscoveredDetail), shared(Text::discoverThisMode)};
-}
-
 void NotesBridge::refresh() {
-  kinds_.clear();
-  if (const auto kind = problem()) kinds_.push_back(*kind);
-  if (!*root_.isOnboarding() && root_.isUndiscovered()) kinds_.push_back(Kind::undiscovered);
-  QList<RowModel::Row> rows;
-  for (const Kind kind : kinds_)
-    rows.append(row(kind));
-  rows_.setRows(rows);
+  const auto problem = this->problem();
+  const bool isUndiscovered = !*root_.isOnboarding() && root_.isUndiscovered();
+  const bool areTwo = problem && isUndiscovered;
+  // What happened to a file must be read where it stands.
+  const auto brief = problem == Kind::files ? Kind::undiscovered : problem;
+  const auto row = [&](Kind kind, QString title, QString detail, QString action) -> RowModel::Row {
+    const bool isShown = kind == Kind::undiscovered ? isUndiscovered : kind == problem;
+    return {isShown, areTwo && kind == brief, title, detail, action};
+  };
+  const auto& troubles = *troubles_.all();
+  const Profile* active = root_.profiles().active();
+  rows_.setRows({
+      row(Kind::files, own(OwnTexts::filesTitle), qtText(troubles.empty() ? "" : troubles.front()),
+          shared(Text::close)),
+      row(Kind::noEngine, own(OwnTexts::noEngineTitle), own(OwnTexts::noEngineDetail), {}),
+      row(Kind::accessibility, shared(Text::step1Title), shared(Text::step1Why),
+          shared(Text::openAccessibility)),
+      row(Kind::inputMonitoring, shared(Text::step2Title), shared(Text::step2Why),
+          shared(Text::openInputMonitoring)),
+      row(Kind::undiscovered, qtText(L10n::t(Text::undiscoveredTitle, active ? active->name : "")),
+          shared(Text::undiscoveredDetail), shared(Text::discoverThisMode)),
+  });
+  if (take(count_, int(problem.has_value()) + int(isUndiscovered))) Q_EMIT countChanged();
 }
 
 } // namespace trellivar

@@ -9,7 +9,6 @@
 
 #include <cstdint>
 #include <optional>
-#include <vector>
 
 namespace trellivar {
 
@@ -20,8 +19,12 @@ class NotesBridge : public Refreshing {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("Given by App")
-  /// Roles: title, detail, action (the text of its button; empty without one).
+  /// One for each kind, so that a note keeps its place on the screen, and its button what it does,
+  /// while others come and go. Roles: isShown, mayBeBrief (its title is enough where there is no
+  /// room for two), title, detail, action (the text of its button; empty without one).
   Q_PROPERTY(trellivar::RowModel* rows READ rows CONSTANT)
+  /// How many are shown; two at most.
+  Q_PROPERTY(int count READ count NOTIFY countChanged)
 
 public:
   enum class Kind : std::uint8_t { files, noEngine, accessibility, inputMonitoring, undiscovered };
@@ -30,19 +33,20 @@ public:
               QObject* parent = nullptr);
 
   RowModel* rows() { return &rows_; }
-  /// One for each row.
-  const std::vector<Kind>& kinds() const { return kinds_; }
+  int count() const { return count_; }
 
   void refresh() override;
 
+Q_SIGNALS:
+  void countChanged();
+
 private:
   std::optional<Kind> problem() const;
-  RowModel::Row row(Kind kind) const;
 
   AppRoot& root_;
   const FileTroubles& troubles_;
   bool hasEngine_;
-  std::vector<Kind> kinds_;
+  int count_ = 0;
   RowModel rows_;
 };
 

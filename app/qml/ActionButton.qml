@@ -9,6 +9,12 @@ Button {
     property bool isPrimary: false
     property bool isPlain: false
 
+    // Holding the key down is no second press, of whatever comes in this place.
+    function press(event: KeyEvent) {
+        if (!event.isAutoRepeat)
+            clicked();
+    }
+
     implicitHeight: Math.max(Theme.controlHeight, implicitContentHeight + topPadding + bottomPadding)
     leftPadding: Theme.unit * 2
     rightPadding: Theme.unit * 2
@@ -19,8 +25,8 @@ Button {
     Accessible.name: text
     Accessible.onPressAction: if (enabled)
         clicked()
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
+    Keys.onReturnPressed: event => press(event)
+    Keys.onEnterPressed: event => press(event)
 
     contentItem: Text {
         text: button.text

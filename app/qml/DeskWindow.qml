@@ -12,11 +12,14 @@ ApplicationWindow {
     height: 640
     minimumWidth: 420
     minimumHeight: 640
-    visible: true
+    visible: false
     title: "Desk"
     color: Theme.window
     // Where it hides least of the application; after that it stays where people move it.
-    Component.onCompleted: x = Screen.virtualX + Screen.width - width
+    Component.onCompleted: {
+        x = Screen.virtualX + Screen.width - width;
+        visible = true;
+    }
 
     ColumnLayout {
         anchors.fill: parent

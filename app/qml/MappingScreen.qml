@@ -33,7 +33,7 @@ ColumnLayout {
                 Layout.fillWidth: true
                 Layout.leftMargin: Theme.unit * 3
                 Layout.rightMargin: Theme.unit * 3
-                visible: notes.count < 2 // which need its room
+                visible: !notes.isTight || App.notes.count < 2
                 text: App.devices.stageHint
                 color: Theme.quietText
                 font.pixelSize: Theme.small
@@ -44,6 +44,7 @@ ColumnLayout {
                 id: notes
 
                 Layout.fillWidth: true
+                isTight: screen.height < Theme.unit * 80
                 Layout.leftMargin: Theme.unit * 3
                 Layout.rightMargin: Theme.unit * 3
             }

@@ -15,6 +15,9 @@ Rectangle {
 
     signal actionRequested
 
+    // The keyboard does not go with it.
+    onVisibleChanged: if (!visible && button.activeFocus)
+        button.nextItemInFocusChain().forceActiveFocus(button.focusReason)
     implicitHeight: row.implicitHeight + 2 * row.y
     radius: Theme.radius
     color: Theme.accentQuiet
@@ -52,6 +55,8 @@ Rectangle {
             }
         }
         ActionButton {
+            id: button
+
             Layout.maximumWidth: Theme.unit * 24
             visible: text.length > 0
             text: note.action

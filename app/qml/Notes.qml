@@ -2,17 +2,17 @@ import QtQuick
 import QtQuick.Layouts
 import Trellivar
 
-// What keeps the application from working as it should, one below the other. Only the first is written
-// out, so that the pad keeps its room.
+// What keeps the application from working as it should, one below the other.
 ColumnLayout {
-    readonly property alias count: repeater.count
+    id: notes
 
-    visible: count > 0
+    // There is no room for two that are written out.
+    property bool isTight: false
+
+    visible: App.notes.count > 0
     spacing: Theme.unit / 2
 
     Repeater {
-        id: repeater
-
         model: App.notes.rows
 
         Note {
@@ -20,10 +20,11 @@ ColumnLayout {
             required property var model
 
             Layout.fillWidth: true
+            visible: model.isShown
             title: model.title
             detail: model.detail
             action: model.action
-            isBrief: index > 0
+            isBrief: notes.isTight && model.mayBeBrief
             onActionRequested: App.followNote(index)
         }
     }

@@ -166,6 +166,7 @@ void Accessibility::expectToSeeWhereTheKeyboardIs(const QList<QQuickItem*>& visi
 
 /// The keyboard is at what listens, which is seen, and stays there.
 void Accessibility::expectToListenOnly() {
+  ASSERT_NE(stage.window()->activeFocusItem(), nullptr);
   QQuickItem& listener = *stage.window()->activeFocusItem();
   EXPECT_EQ(accessibleRole(listener), QAccessible::StaticText) << text(listener);
   EXPECT_TRUE(stops().contains(&listener)) << text(listener);

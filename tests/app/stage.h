@@ -122,6 +122,8 @@ public:
   /// One half of that. The modifiers are those that are held before it.
   Q_INVOKABLE void keyDown(int key, int modifiers = 0);
   Q_INVOKABLE void keyUp(int key, int modifiers = 0);
+  /// What a key does that is held down for long.
+  Q_INVOKABLE void keyRepeats(int key);
   Q_INVOKABLE void type(const QString& text);
   /// As assistive technology works an item, with one of its actions: "Press", "Toggle".
   Q_INVOKABLE void assist(QQuickItem* item, const QString& action);

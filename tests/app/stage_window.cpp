@@ -188,6 +188,11 @@ void Stage::keyDown(int key, int modifiers) {
   settle();
 }
 
+void Stage::keyRepeats(int key) {
+  QTest::simulateEvent(window(), true, key, Qt::NoModifier, {}, true);
+  settle();
+}
+
 void Stage::keyUp(int key, int modifiers) {
   QTest::simulateEvent(window(), false, key, Qt::KeyboardModifiers(modifiers), {}, false);
   settle();

@@ -45,16 +45,62 @@ StageCase {
         click("Discover this mode");
         verifyShown("Discover Mode M");
     }
-    function test_onlyTheFirstIsWrittenOut() {
+    function test_whereThereIsNoRoomForTwoOneIsBrief() {
         Stage.enter("two-notes");
-        compare(notesShown(), ["A file could not be read or written", "Mode M hasn't been discovered yet"]);
-        const detail = Stage.text("undiscoveredDetail");
-        verifyNotShown(detail);
+        const file = "the profiles cannot be read: /Users/lin/Library/Application Support/Trellivar/profiles.json:12:5: expected ',' or '}'; the file counts as empty and is kept as /Users/lin/Library/Application Support/Trellivar/profiles.json.unreadable";
+        const engine = "There is no engine for this system. You can still edit and write to the pad over USB; start with --simulate to try everything on a simulated desk.";
+        const mode = Stage.text("undiscoveredDetail");
+        const hint = Stage.app.devices.stageHint;
+        [file, mode, hint].forEach(verifyShown);
+        Stage.resize(880, 600);
+        verifyShown(file);
+        [mode, hint].forEach(verifyNotShown);
         click("Close");
         compare(notesShown(), ["Keys can't be remapped on this computer", "Mode M hasn't been discovered yet"]);
-        verifyNotShown(detail);
+        verifyShown(mode);
+        [engine, hint].forEach(verifyNotShown);
+        Stage.resize(976, 656);
+        [engine, mode, hint].forEach(verifyShown);
+    }
+    function test_nothingThatIsToldIsLostToWhatComesLater() {
+        Stage.enter("usb");
+        const first = "profiles.json:12:5: expected ','";
+        const second = "profiles.json: No space left on device";
+        [first, second, first].forEach(what => Stage.reportOfFile(what));
+        verifyShown(first);
+        verifyNotShown(second);
+        click("Close");
+        verifyShown(second);
+        verifyNotShown(first);
+        click("Close");
+        compare(notesShown(), []);
+    }
+    function test_aKeyThatIsHeldDownNotesOneTroubleOnly() {
+        Stage.enter("usb");
+        Stage.reportOfFile("one");
+        Stage.reportOfFile("two");
+        tabTo("Close");
+        Stage.keyDown(Qt.Key_Return);
+        Stage.keyRepeats(Qt.Key_Return);
+        verifyShown("two");
+    }
+    function test_theKeyboardGoesOnWhenANoteGoes() {
+        Stage.enter("two-notes");
+        tabTo("Close");
+        Stage.key(Qt.Key_Return);
+        compare(Stage.focused(), "Discover this mode");
+        Stage.enter("unreadable-file");
+        tabTo("Close");
+        Stage.key(Qt.Key_Space);
+        compare(Stage.focused(), "Record custom");
+    }
+    function test_aButtonKeepsItsMeaningWhenAnotherNoteComes() {
         Stage.enter("undiscovered");
-        verifyShown(detail);
+        tabTo("Discover this mode");
+        Stage.reportOfFile("profiles.json: No space left on device");
+        compare(Stage.focused(), "Discover this mode");
+        Stage.key(Qt.Key_Return);
+        verifyShown("Discover Mode M");
     }
 
     function test_whatIsWrongWithAFileIsToldUntilItIsNoted() {

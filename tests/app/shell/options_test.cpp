@@ -10,12 +10,25 @@
 #include <unistd.h>
 
 #include <fstream>
+#include <sstream>
 #include <string>
 
 namespace trellivar {
 namespace {
 
 namespace fs = std::filesystem;
+
+/// Without what Qt says on its own account where there is neither a screen nor a status area.
+std::string ofOurs(const std::string& errors) {
+  std::istringstream lines(errors);
+  std::string ours;
+  for (std::string line; std::getline(lines, line);) {
+    const bool isOfQt = line == "This plugin does not support raise()" ||
+                        line.ends_with("systemTrayWindowChanged(QScreen*)");
+    if (!isOfQt) ours += line + '\n';
+  }
+  return ours;
+}
 
 /// The program as it is started by hand.
 struct OptionsTest : testing::Test {
@@ -166,7 +179,7 @@ TEST_F(OptionsTest, theDeskHasAnEngineAndSaysNothing) {
   EXPECT_TRUE(eventually([&] { return fs::exists(home / "desk/profiles.json"); }));
   // Answered by the first one's window, which comes after everything that a start has to say.
   EXPECT_EQ(endingOf(home.path(), {"--simulate", "--data-dir", "desk"}), (Ending{0, "", ""}));
-  EXPECT_EQ(onTheDesk.errors().find("trellivar:"), std::string::npos);
+  EXPECT_EQ(ofOurs(onTheDesk.errors()), "");
 }
 
 } // namespace
