@@ -4,8 +4,6 @@ import Trellivar
 
 // What keeps the application from working as it should, one below the other.
 ColumnLayout {
-    id: notes
-
     // There is no room for two that are written out.
     property bool isTight: false
 
@@ -24,7 +22,7 @@ ColumnLayout {
             title: model.title
             detail: model.detail
             action: model.action
-            isBrief: notes.isTight && model.mayBeBrief
+            isBrief: ((parent as Notes)?.isTight ?? false) && model.mayBeBrief
             onActionRequested: App.followNote(index)
         }
     }
