@@ -49,7 +49,8 @@ void NotesBridge::refresh() {
   const bool areTwo = problem && isUndiscovered;
   // What happened to a file must be read where it stands.
   const auto brief = problem == Kind::files ? Kind::undiscovered : problem;
-  const auto row = [&](Kind kind, QString title, QString detail, QString action) -> RowModel::Row {
+  const auto row = [&](Kind kind, const QString& title, const QString& detail,
+                       const QString& action) -> RowModel::Row {
     const bool isShown = kind == Kind::undiscovered ? isUndiscovered : kind == problem;
     return {isShown, areTwo && kind == brief, title, detail, action};
   };
