@@ -13,7 +13,7 @@ namespace trellivar {
 
 namespace {
 
-std::string text(L10n::Key key) { return std::string(L10n::t(key)); }
+std::string keyText(L10n::Key key) { return std::string(L10n::t(key)); }
 
 } // namespace
 
@@ -123,7 +123,7 @@ void MappingViewModel::finishLearning(Learning learning,
   learningDevice_.reset();
   setIgnored(false, pad);
   if (isNothing) {
-    lastError_.set(text(L10n::Key::errNoCatchKey));
+    lastError_.set(keyText(L10n::Key::errNoCatchKey));
   } else {
     device_.set(device_->updatingSignature(learning.keyId, signature));
     persistSignatures();
@@ -158,7 +158,7 @@ void MappingViewModel::finishRecording(Attempt attempt, const std::vector<Device
 
   isRecording_.set(false);
   if (!output) {
-    lastError_.set(text(L10n::Key::errNoCatchShortcut));
+    lastError_.set(keyText(L10n::Key::errNoCatchShortcut));
   } else if (const auto keyId = *selectedKeyId_) {
     setMapping(*keyId, *output);
     applyAndShowError();
@@ -169,7 +169,7 @@ void MappingViewModel::finishRecording(Attempt attempt, const std::vector<Device
 void MappingViewModel::assign(const Output& output) {
   const auto keyId = *selectedKeyId_;
   if (!keyId) return;
-  if (!hasSignature(*keyId)) return lastError_.set(text(L10n::Key::errLearnFirst));
+  if (!hasSignature(*keyId)) return lastError_.set(keyText(L10n::Key::errLearnFirst));
   setMapping(*keyId, output);
   applyAndShowError();
 }

@@ -16,7 +16,7 @@ protected:
   }
 };
 
-StoredMacro press(const std::string& name, int code) {
+StoredMacro pressOf(const std::string& name, int code) {
   return {{{MacroEvent::Down{name, code}}, {MacroEvent::Wait{30}}, {MacroEvent::Up{name, code}}},
           1};
 }
@@ -37,7 +37,7 @@ TEST_F(WriteToPad, thePadKeepsTheBindingsAndTheReportSaysSo) {
   EXPECT_EQ(answer.code, 0);
   EXPECT_EQ(answer.err, "trellivarctl: writing 2 commands into the pad\n");
   EXPECT_EQ(pad().macros(), (std::map<firmware::PadFirmware::Slot, StoredMacro>{
-                                {{"P", 1}, press("A", 65)}, {{"M", 2}, press("B", 66)}}));
+                                {{"P", 1}, pressOf("A", 65)}, {{"M", 2}, pressOf("B", 66)}}));
 }
 
 TEST_F(WriteToPad, reportsAsJson) {

@@ -22,14 +22,14 @@ constexpr DeviceIdentity otherBluetoothP{0x05AC, 0x022C};
 constexpr DeviceIdentity bluetoothM{0x05AC, 0x0220};
 const std::vector<DeviceIdentity> identitiesOfP{usbP, bluetoothP, otherBluetoothP};
 
-Key key(std::string_view name) { return {KeyName(name), Key::Kind::keyCode}; }
+Key plainKey(std::string_view name) { return {KeyName(name), Key::Kind::keyCode}; }
 Key media(std::string_view name) { return {KeyName(name), Key::Kind::consumerKeyCode}; }
 
 KeyLayout copyPasteCut(std::string_view modifier) {
   return KeyLayout{{
-      PhysicalKey{1, 0, 0, KeySignature{{key("c"), key(modifier)}, true}, {}},
-      PhysicalKey{2, 0, 1, KeySignature{{key("v"), key(modifier)}, true}, {}},
-      PhysicalKey{3, 0, 2, KeySignature{{key("x"), key(modifier)}, true}, {}},
+      PhysicalKey{1, 0, 0, KeySignature{{plainKey("c"), plainKey(modifier)}, true}, {}},
+      PhysicalKey{2, 0, 1, KeySignature{{plainKey("v"), plainKey(modifier)}, true}, {}},
+      PhysicalKey{3, 0, 2, KeySignature{{plainKey("x"), plainKey(modifier)}, true}, {}},
   }};
 }
 
@@ -38,8 +38,8 @@ KeyLayout bluetoothPLayout() {
       PhysicalKey{1,
                   0,
                   0,
-                  KeySignature{{key("spacebar")}, false},
-                  {KeySignature{{key("z"), key("left_option")}, true}}},
+                  KeySignature{{plainKey("spacebar")}, false},
+                  {KeySignature{{plainKey("z"), plainKey("left_option")}, true}}},
       PhysicalKey{2, 0, 1, KeySignature{{media("volume_decrement")}, false}, {}},
       PhysicalKey{3, 0, 2, KeySignature{{media("volume_increment")}, false}, {}},
   }};

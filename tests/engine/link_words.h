@@ -21,6 +21,9 @@ inline const Orlo3Error::Case dormant = Orlo3Error::Dormant{};
 inline const Orlo3Error::Case healthCheckFailed = Orlo3Error::HealthCheckFailed{};
 inline Orlo3Error::Case io(const std::string& message) { return Orlo3Error::Io{message}; }
 
+/// What a health check sends.
+inline const std::string firmwareQuery = R"({"o":"get","t":"firmware"})";
+
 /// The error with which `action` ends; none when it does not fail.
 inline std::optional<Orlo3Error::Case> errorOf(const std::function<void()>& action) {
   try {

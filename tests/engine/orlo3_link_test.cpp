@@ -30,8 +30,6 @@ public:
   int failsAt = 0;
 };
 
-const std::string firmwareQuery = R"({"o":"get","t":"firmware"})";
-
 TEST(LinkThatOnlyQueries, asksBeforeAndAfterAndSendsEachFrameInBetween) {
   QueryOnlyLink link;
   const std::string longLine(64, 'x');

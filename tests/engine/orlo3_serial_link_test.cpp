@@ -20,8 +20,6 @@ using namespace words;
 using Lines = std::vector<std::string>;
 using Reply = std::optional<Orlo3Reply>;
 
-const std::string firmwareQuery = R"({"o":"get","t":"firmware"})";
-
 /// A command for a key that taps one letter: 139 bytes, three frames.
 std::string command(int key, const std::string& mode = "P") {
   const MacroEvent steps[] = {

@@ -8,7 +8,7 @@
 namespace trellivar {
 namespace {
 
-constexpr DeviceIdentity pad{7, 9};
+constexpr DeviceIdentity somePad{7, 9};
 
 std::set<std::string> namesOf(const PadKeys& keys) {
   std::set<std::string> names;
@@ -19,33 +19,33 @@ std::set<std::string> namesOf(const PadKeys& keys) {
 
 TEST(PadKeys, holdWhatIsPressedUntilItIsReleased) {
   PadKeys keys;
-  keys.press(1, pad, KeyName("a"));
-  keys.press(1, pad, KeyName("b"));
+  keys.press(1, somePad, KeyName("a"));
+  keys.press(1, somePad, KeyName("b"));
   EXPECT_EQ(namesOf(keys), (std::set<std::string>{"a@1", "b@1"}));
   keys.release(1, KeyName("a"));
   EXPECT_EQ(namesOf(keys), std::set<std::string>{"b@1"});
   EXPECT_EQ(keys.find(1, KeyName("a")), nullptr);
   ASSERT_NE(keys.find(1, KeyName("b")), nullptr);
-  EXPECT_EQ(keys.find(1, KeyName("b"))->device, pad);
+  EXPECT_EQ(keys.find(1, KeyName("b"))->device, somePad);
 }
 
 TEST(PadKeys, aPressedKeyHasNotBeenSeenByApplications) {
   PadKeys keys;
-  EXPECT_EQ(keys.press(1, pad, KeyName("a")).deliveredAs, std::nullopt);
+  EXPECT_EQ(keys.press(1, somePad, KeyName("a")).deliveredAs, std::nullopt);
 }
 
 TEST(PadKeys, aRepeatedPressKeepsWhatIsKnown) {
   PadKeys keys;
-  keys.press(1, pad, KeyName("a")).deliveredAs = KeyName("x");
-  EXPECT_EQ(keys.press(1, pad, KeyName("a")).deliveredAs, KeyName("x"));
+  keys.press(1, somePad, KeyName("a")).deliveredAs = KeyName("x");
+  EXPECT_EQ(keys.press(1, somePad, KeyName("a")).deliveredAs, KeyName("x"));
   EXPECT_EQ(keys.all().size(), 1U);
   keys.release(1, KeyName("a"));
-  EXPECT_EQ(keys.press(1, pad, KeyName("a")).deliveredAs, std::nullopt) << "a press afresh";
+  EXPECT_EQ(keys.press(1, somePad, KeyName("a")).deliveredAs, std::nullopt) << "a press afresh";
 }
 
 TEST(PadKeys, theSameKeyOfTwoSendersIsTwoKeys) {
   PadKeys keys;
-  keys.press(1, pad, KeyName("a")).deliveredAs = KeyName("x");
+  keys.press(1, somePad, KeyName("a")).deliveredAs = KeyName("x");
   keys.press(2, {7, 10}, KeyName("a"));
   EXPECT_EQ(keys.find(2, KeyName("a"))->deliveredAs, std::nullopt);
   EXPECT_EQ(keys.find(2, KeyName("a"))->device, (DeviceIdentity{7, 10}));
@@ -57,7 +57,7 @@ TEST(PadKeys, theSameKeyOfTwoSendersIsTwoKeys) {
 TEST(PadKeys, aReleaseWithoutAPressChangesNothing) {
   PadKeys keys;
   keys.release(1, KeyName("a"));
-  keys.press(1, pad, KeyName("a"));
+  keys.press(1, somePad, KeyName("a"));
   keys.release(2, KeyName("a"));
   keys.release(1, KeyName("b"));
   EXPECT_EQ(namesOf(keys), std::set<std::string>{"a@1"});
@@ -67,7 +67,7 @@ TEST(PadKeys, manyKeysAreHeldAtOnce) {
   PadKeys keys;
   std::set<std::string> expected;
   for (int i = 0; i < 50; ++i) {
-    keys.press(i, pad, KeyName("a"));
+    keys.press(i, somePad, KeyName("a"));
     if (i % 3 != 0) expected.insert("a@" + std::to_string(i));
   }
   for (int i = 0; i < 50; i += 3)

@@ -5,7 +5,6 @@ namespace {
 
 using Step = DiscoveryViewModel::Step;
 
-constexpr DeviceIdentity bluetoothM{0x05AC, 0x0220};
 constexpr DeviceIdentity cableR{0x4C4A, 0x4152};
 
 class Discovering : public testing::Test {

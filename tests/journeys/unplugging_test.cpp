@@ -3,10 +3,6 @@
 namespace trellivar {
 namespace {
 
-constexpr DeviceIdentity cableP{0x4C4A, 0x4155};
-constexpr DeviceIdentity bluetoothM{0x05AC, 0x0220};
-constexpr DeviceIdentity cableM{0x4C4A, 0x414D};
-
 class Unplugging : public testing::Test {
 protected:
   Unplugging() { user.start(); }

@@ -18,6 +18,11 @@
 
 namespace trellivar {
 
+/// The pad's identities, by what connects it and the mode of its switch.
+inline constexpr DeviceIdentity cableP{0x4C4A, 0x4155};
+inline constexpr DeviceIdentity cableM{0x4C4A, 0x414D};
+inline constexpr DeviceIdentity bluetoothM{0x05AC, 0x0220};
+
 /// A person at a simulated computer with the application, which is not started yet. When the person
 /// leaves, everything has to be as if the application had never been there.
 class User {

@@ -32,7 +32,7 @@ struct CountingEnumerator final : DeviceEnumerating {
 };
 
 TEST_F(DeviceListTest, holdsNothingWhileNoPadIsThere) {
-  const auto list = listOf({keyboard});
+  const auto list = listOf({ordinaryKeyboard});
   EXPECT_EQ(*list->devices(), Devices{});
   EXPECT_TRUE(list->padLink()->is<PadLink::Disconnected>());
   EXPECT_EQ(*list->selected(), std::nullopt);
@@ -47,7 +47,7 @@ TEST_F(DeviceListTest, looksOnceAtFirst) {
 }
 
 TEST_F(DeviceListTest, showsThePadThatIsThereAtFirst) {
-  const auto list = listOf({keyboard, overBluetooth});
+  const auto list = listOf({ordinaryKeyboard, overBluetooth});
   EXPECT_EQ(*list->devices(), Devices{overBluetooth});
   EXPECT_EQ(*list->padLink(), PadLink{PadLink::Wireless{"Any name"}});
   EXPECT_EQ(*list->selected(), overBluetooth);
@@ -173,7 +173,7 @@ TEST_F(DeviceListTest, selectsWhateverIsAskedFor) {
 TEST_F(DeviceListTest, staysOnTheSameDeviceByItsIdentity) {
   const auto list = listOf({overBluetooth});
   const ConnectedDevice renamed = device("New name", 0x04E8, 0x7021);
-  bus->devices = {keyboard, renamed};
+  bus->devices = {ordinaryKeyboard, renamed};
   list->refresh();
   EXPECT_EQ(*list->selected(), renamed) << "as it is in the list now";
 }
@@ -188,10 +188,10 @@ TEST_F(DeviceListTest, staysOnADeviceThatTheUserChose) {
 
 TEST_F(DeviceListTest, goesToTheFirstDeviceWhenTheSelectedOneIsGone) {
   const auto list = listOf({onCable});
-  bus->devices = {keyboard, inModeM};
+  bus->devices = {ordinaryKeyboard, inModeM};
   list->refresh();
   EXPECT_EQ(*list->selected(), inModeM);
-  list->select(keyboard);
+  list->select(ordinaryKeyboard);
   list->refresh();
   EXPECT_EQ(*list->selected(), inModeM) << "a keyboard is not in the list";
 }

@@ -23,7 +23,7 @@ inline ConnectedDevice device(const std::string& name, int vendorId, int product
   return {name, name, vendorId, productId};
 }
 
-inline const ConnectedDevice keyboard = device("Keyboard", 0x05AC, 0x024F);
+inline const ConnectedDevice ordinaryKeyboard = device("Keyboard", 0x05AC, 0x024F);
 inline const ConnectedDevice onCable = device("Orlo3", 0x4C4A, 0x4155);
 inline const ConnectedDevice overBluetooth = device("Any name", 0x04E8, 0x7021);
 inline const ConnectedDevice inModeM = device("Orlo3", 0x05AC, 0x0220);

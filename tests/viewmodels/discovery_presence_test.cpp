@@ -32,7 +32,7 @@ TEST_F(DiscoveryPresenceTest, isUnknownAtFirst) {
 
 TEST_F(DiscoveryPresenceTest, asksForTheFirstKeyOnceThePadIsSeen) {
   model = discovery("P", {7, 5});
-  bus->devices = {keyboard, onCable};
+  bus->devices = {ordinaryKeyboard, onCable};
   model->checkPresence();
   EXPECT_EQ(*model->step(), press(7));
   EXPECT_TRUE(*model->presenceConfirmed());
@@ -50,8 +50,8 @@ TEST_F(DiscoveryPresenceTest, goesToReviewWhenThereIsNothingToAskFor) {
 // By the registered identity
 
 TEST_F(DiscoveryPresenceTest, isToldByTheFirstIdentityOfTheMode) {
-  EXPECT_EQ(foundAmong("P", {keyboard, onCable}), padOnCable);
-  EXPECT_EQ(foundAmong("M", {keyboard, inModeM}), padInModeM);
+  EXPECT_EQ(foundAmong("P", {ordinaryKeyboard, onCable}), padOnCable);
+  EXPECT_EQ(foundAmong("M", {ordinaryKeyboard, inModeM}), padInModeM);
   EXPECT_EQ(foundAmong("P", {device("", 0x4C4A, 0x4155)}), padOnCable) << "whatever its name";
 }
 

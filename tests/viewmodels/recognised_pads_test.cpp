@@ -20,21 +20,22 @@ const PadLink usb{PadLink::Usb{}};
 
 TEST(RecognisedPads, areKnownByTheirIdentityOfAnyMode) {
   for (const ConnectedDevice& pad : {onCable, overBluetooth, inModeM})
-    EXPECT_EQ(padsAmong({keyboard, pad}), Devices{pad}) << pad.vendorId;
+    EXPECT_EQ(padsAmong({ordinaryKeyboard, pad}), Devices{pad}) << pad.vendorId;
 }
 
 TEST(RecognisedPads, areKnownByTheNameOfAMode) {
-  EXPECT_EQ(padsAmong({keyboard, inModeR}), Devices{inModeR});
+  EXPECT_EQ(padsAmong({ordinaryKeyboard, inModeR}), Devices{inModeR});
   EXPECT_EQ(padsAmong({device("Orlo3", 7, 9), device("Orlo3-X", 7, 10)}), Devices{});
 }
 
 TEST(RecognisedPads, areTheFirstOfEachModel) {
-  EXPECT_EQ(padsAmong({keyboard, inModeR, onCable, overBluetooth}), Devices{inModeR});
-  EXPECT_EQ(padsAmong({overBluetooth, keyboard, inModeM, inModeR}), Devices{overBluetooth});
+  EXPECT_EQ(padsAmong({ordinaryKeyboard, inModeR, onCable, overBluetooth}), Devices{inModeR});
+  EXPECT_EQ(padsAmong({overBluetooth, ordinaryKeyboard, inModeM, inModeR}), Devices{overBluetooth});
 }
 
 TEST(RecognisedPads, areNoneAmongOtherDevices) {
-  EXPECT_EQ(padsAmong({keyboard, device("", 0, 0), device("Mouse", 0x4C4A, 0x4154)}), Devices{});
+  EXPECT_EQ(padsAmong({ordinaryKeyboard, device("", 0, 0), device("Mouse", 0x4C4A, 0x4154)}),
+            Devices{});
   EXPECT_EQ(padsAmong({}), Devices{});
 }
 
@@ -45,23 +46,23 @@ TEST(RecognisedPads, areOnTheCableByTheirIdentityAlone) {
   EXPECT_FALSE(isOnCable(device("Orlo3", 0x05AC, 0x022C)));
   EXPECT_FALSE(isOnCable(inModeM));
   EXPECT_FALSE(isOnCable(device("Orlo3-P", 7, 9)));
-  EXPECT_FALSE(isOnCable(keyboard));
+  EXPECT_FALSE(isOnCable(ordinaryKeyboard));
 }
 
 // How they are reached
 
 TEST(PadLinkOfDevices, isDisconnectedWithoutAPad) {
   EXPECT_EQ(linkOf({}), disconnected);
-  EXPECT_EQ(linkOf({keyboard, device("Orlo3", 7, 9), device("", 0, 0)}), disconnected);
+  EXPECT_EQ(linkOf({ordinaryKeyboard, device("Orlo3", 7, 9), device("", 0, 0)}), disconnected);
 }
 
 TEST(PadLinkOfDevices, isTheCableUnderAnIdentityOfTheCable) {
   EXPECT_EQ(linkOf({onCable}), usb);
-  EXPECT_EQ(linkOf({keyboard, device("Whatever", 0x4C4A, 0x4155)}), usb);
+  EXPECT_EQ(linkOf({ordinaryKeyboard, device("Whatever", 0x4C4A, 0x4155)}), usb);
 }
 
 TEST(PadLinkOfDevices, isWirelessUnderEveryOtherIdentity) {
-  EXPECT_EQ(linkOf({keyboard, overBluetooth}), wireless("Any name"));
+  EXPECT_EQ(linkOf({ordinaryKeyboard, overBluetooth}), wireless("Any name"));
   EXPECT_EQ(linkOf({device("Pad", 0x05AC, 0x022C)}), wireless("Pad"));
   EXPECT_EQ(linkOf({inModeM}), wireless("Orlo3"));
   EXPECT_EQ(linkOf({inModeR}), wireless("orlo3-r"));
@@ -75,11 +76,11 @@ TEST(PadLinkOfDevices, namesAWirelessPadWithoutBlanksAroundItsName) {
 TEST(PadLinkOfDevices, prefersTheCableWhereverItStands) {
   EXPECT_EQ(linkOf({onCable, overBluetooth}), usb);
   EXPECT_EQ(linkOf({overBluetooth, onCable}), usb);
-  EXPECT_EQ(linkOf({inModeR, keyboard, inModeM, onCable}), usb);
+  EXPECT_EQ(linkOf({inModeR, ordinaryKeyboard, inModeM, onCable}), usb);
 }
 
 TEST(PadLinkOfDevices, namesTheFirstOfSeveralWirelessPads) {
-  EXPECT_EQ(linkOf({keyboard, inModeR, overBluetooth}), wireless("orlo3-r"));
+  EXPECT_EQ(linkOf({ordinaryKeyboard, inModeR, overBluetooth}), wireless("orlo3-r"));
   EXPECT_EQ(linkOf({overBluetooth, inModeR}), wireless("Any name"));
 }
 
