@@ -91,6 +91,7 @@ void AppBridge::closeDiscovery() {
   if (!discovery_) return;
   // QML may be in the middle of a call into it.
   discovery_.release()->deleteLater();
+  notes_.refresh(); // what was learned may be of no device that anything watches
   Q_EMIT discoveryChanged();
 }
 

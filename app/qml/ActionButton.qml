@@ -9,7 +9,8 @@ Button {
     property bool isPrimary: false
     property bool isPlain: false
 
-    // Holding the key down is no second press, of whatever comes in this place.
+    // Holding the key down is no second press, of whatever comes in this place. Some systems repeat its
+    // release as well.
     function press(event: KeyEvent) {
         if (!event.isAutoRepeat)
             clicked();
@@ -27,6 +28,8 @@ Button {
         clicked()
     Keys.onReturnPressed: event => press(event)
     Keys.onEnterPressed: event => press(event)
+    Keys.onSpacePressed: event => event.accepted = event.isAutoRepeat
+    Keys.onReleased: event => event.accepted = event.isAutoRepeat
 
     contentItem: Text {
         text: button.text

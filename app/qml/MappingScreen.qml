@@ -44,7 +44,7 @@ ColumnLayout {
                 id: notes
 
                 Layout.fillWidth: true
-                isTight: screen.height < Theme.unit * 80
+                isTight: screen.height < Theme.unit * 90
                 Layout.leftMargin: Theme.unit * 3
                 Layout.rightMargin: Theme.unit * 3
             }

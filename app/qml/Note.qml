@@ -15,9 +15,14 @@ Rectangle {
 
     signal actionRequested
 
-    // The keyboard does not go with it.
-    onVisibleChanged: if (!visible && button.activeFocus)
-        button.nextItemInFocusChain().forceActiveFocus(button.focusReason)
+    // The keyboard does not go with it, nor come back to it when the window or a sheet gives it back.
+    onVisibleChanged: {
+        if (visible)
+            return;
+        if (button.activeFocus)
+            button.nextItemInFocusChain().forceActiveFocus(button.focusReason);
+        button.focus = false;
+    }
     implicitHeight: row.implicitHeight + 2 * row.y
     radius: Theme.radius
     color: Theme.accentQuiet
@@ -42,8 +47,8 @@ Rectangle {
                 font.weight: Font.DemiBold
                 wrapMode: Text.Wrap
                 Accessible.role: Accessible.AlertMessage
-                Accessible.name: text
-                Accessible.description: note.detail
+                // The whole of it: of two troubles in turn only the detail differs.
+                Accessible.name: note.title + "\n" + note.detail
             }
             Text {
                 Layout.fillWidth: true

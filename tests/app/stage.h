@@ -122,8 +122,11 @@ public:
   /// One half of that. The modifiers are those that are held before it.
   Q_INVOKABLE void keyDown(int key, int modifiers = 0);
   Q_INVOKABLE void keyUp(int key, int modifiers = 0);
-  /// What a key does that is held down for long.
+  /// What a key does that is held down for long, on a system that repeats its release, too.
   Q_INVOKABLE void keyRepeats(int key);
+  /// Another window gets the keyboard, until this one is turned to again.
+  Q_INVOKABLE void turnAway();
+  Q_INVOKABLE void turnBack();
   Q_INVOKABLE void type(const QString& text);
   /// As assistive technology works an item, with one of its actions: "Press", "Toggle".
   Q_INVOKABLE void assist(QQuickItem* item, const QString& action);

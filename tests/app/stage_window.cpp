@@ -189,12 +189,25 @@ void Stage::keyDown(int key, int modifiers) {
 }
 
 void Stage::keyRepeats(int key) {
+  QTest::simulateEvent(window(), false, key, Qt::NoModifier, {}, true);
   QTest::simulateEvent(window(), true, key, Qt::NoModifier, {}, true);
   settle();
 }
 
 void Stage::keyUp(int key, int modifiers) {
   QTest::simulateEvent(window(), false, key, Qt::KeyboardModifiers(modifiers), {}, false);
+  settle();
+}
+
+void Stage::turnAway() {
+  QFocusEvent away(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+  QCoreApplication::sendEvent(window(), &away);
+  settle();
+}
+
+void Stage::turnBack() {
+  QFocusEvent back(QEvent::FocusIn, Qt::ActiveWindowFocusReason);
+  QCoreApplication::sendEvent(window(), &back);
   settle();
 }
 

@@ -48,7 +48,7 @@ TEST(Restart, profilesThatCannotBeReadAreKeptBeside) {
   std::ofstream(person.dataFolder() / "profiles.json") << broken;
   person.start();
   person.goOnToThePad();
-  person.window.expect(alert("A file could not be read or written"));
+  person.window.expect(note("A file could not be read or written"));
   person.window.click(button("Close"));
   EXPECT_EQ(readFile(person.dataFolder() / "profiles.json.unreadable"), broken);
 

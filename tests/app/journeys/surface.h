@@ -35,6 +35,10 @@ inline Wanted heading(std::string_view name) { return {std::string(name), QAcces
 inline Wanted alert(std::string_view name) {
   return {std::string(name), QAccessible::AlertMessage};
 }
+/// What is told beside the pad, by its title.
+inline Wanted note(std::string_view title) {
+  return {std::string(title) + '\n', QAccessible::AlertMessage, {}, true};
+}
 
 /// A window as a person has it before them. Where something is looked for that is not there yet, it
 /// is waited for.

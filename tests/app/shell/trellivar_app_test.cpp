@@ -46,7 +46,9 @@ struct TrellivarAppTest : testing::Test {
 TEST_F(TrellivarAppTest, showsItsWindowAndTheDesk) {
   launch();
   EXPECT_TRUE(window("Trellivar").isVisible());
-  EXPECT_TRUE(window("Desk").isVisible());
+  const auto& desk = window("Desk");
+  EXPECT_TRUE(desk.isVisible());
+  EXPECT_EQ(desk.geometry().right(), desk.screen()->virtualGeometry().right());
 }
 
 TEST_F(TrellivarAppTest, bothPermissionsSwitchStartAtLoginOnOnce) {
