@@ -39,6 +39,8 @@ public:
   /// Before the menu opens: what it shows is that of now.
   void menuNeedsUpdate();
   QMenu& menu() { return menu_; }
+  /// There once the application has launched.
+  const QSystemTrayIcon& statusItem() const { return statusItem_.value(); }
 
 private:
   void installStatusItem();

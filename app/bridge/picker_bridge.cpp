@@ -85,16 +85,13 @@ void PickerBridge::begin() {
   showChosen();
 }
 
-void PickerBridge::toggle(const QString& keyId) {
+void PickerBridge::choose(const QString& keyId) {
   const KeyDef* def = keyDef(keyId.toStdString());
   if (!def) return;
   if (const auto* held = std::get_if<KeyDef::Role::Modifier>(&def->role.value)) {
     if (std::erase(modifiers_, held->modifier) == 0) modifiers_.push_back(held->modifier);
   } else if (const auto* base = std::get_if<KeyDef::Role::Base>(&def->role.value)) {
-    if (base_ && base_->id == keyId)
-      base_.reset();
-    else
-      base_ = Base{keyId, base->key, def->label};
+    base_ = Base{keyId, base->key, def->label};
   }
   showChosen();
 }
@@ -113,15 +110,14 @@ bool PickerBridge::press(int key, int modifiers) {
     });
     if (!isThere) modifiers_.push_back(held);
   }
-  base_.reset(); // or a repeated key would be toggled
-  toggle(*base);
+  choose(*base);
   return true;
 }
 
 bool PickerBridge::release(int key) {
   const bool isAlone = std::exchange(loneModifier_, 0) == key;
   const auto modifier = TypedKey::modifier(key);
-  if (isAlone && modifier) toggle("mod-" + qtText(modifier->rawValue()));
+  if (isAlone && modifier) choose("mod-" + qtText(modifier->rawValue()));
   return modifier.has_value();
 }
 

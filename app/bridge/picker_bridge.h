@@ -39,8 +39,8 @@ public:
   /// Begins with nothing chosen. What is being learned or recorded ends, since both would hear what
   /// is typed here.
   Q_INVOKABLE void begin();
-  /// Latches or unlatches a modifier; makes another key the only one, or none when it is already.
-  Q_INVOKABLE void toggle(const QString& keyId);
+  /// Latches or unlatches a modifier; makes any other key the one base key.
+  Q_INVOKABLE void choose(const QString& keyId);
   /// A key of the real keyboard goes down: with the modifiers that are held it is chosen. A
   /// modifier that is pressed and released alone is toggled. Both answer whether the key is taken.
   Q_INVOKABLE bool press(int key, int modifiers);

@@ -15,7 +15,7 @@ KeyboardKey {
 
     width: units * unitWidth - gap
     focusPolicy: current === keyId ? Qt.StrongFocus : Qt.ClickFocus
-    onClicked: App.picker.toggle(keyId)
+    onClicked: App.picker.choose(keyId)
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 }

@@ -54,7 +54,8 @@ struct AppRootTest : testing::Test {
   std::shared_ptr<CountingWatcher> watcher = std::make_shared<CountingWatcher>();
   std::shared_ptr<SettingsStore> settings =
       std::make_shared<SettingsStore>(std::make_shared<ForgetfulDefaults>());
-  Times taps; ///< when the engine was asked to install its tap
+  Times taps;                              ///< when the engine was asked to install its tap
+  std::vector<std::size_t> statusesBefore; ///< how often it had been asked for its status by then
   Lines reports;
   std::vector<bool> loginItem; ///< each switch of start at login
 
@@ -63,7 +64,11 @@ struct AppRootTest : testing::Test {
   AppRoot root{{.queue = queue,
                 .background = background,
                 .engine = engine,
-                .startTap = [this] { taps.push_back(now()); },
+                .startTap =
+                    [this] {
+                      statusesBefore.push_back(engine->statusNames.size());
+                      taps.push_back(now());
+                    },
                 .capturer = std::make_shared<HeldCapturer>(),
                 .enumerator = bus,
                 .hotplug = watcher,
@@ -156,6 +161,8 @@ TEST_F(AppRootTest, looksAtThePermissionsAtOnceAndEveryOneAndAHalfSeconds) {
   queue.advance(Seconds(4.75));
   EXPECT_EQ(taps, (Times{0, 1.5, 3, 4.5}));
   EXPECT_EQ(engine->statusNames, Lines(4, "Orlo3"));
+  EXPECT_EQ(statusesBefore, (std::vector<std::size_t>{0, 1, 2, 3}))
+      << "which may differ with the tap";
 }
 
 TEST_F(AppRootTest, asksForThePadByTheNameOfItsModelWhateverIsAttached) {

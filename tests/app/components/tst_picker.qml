@@ -33,6 +33,15 @@ StageCase {
         click("left command");
         verifyShown("⇧ J");
         click("j");
+        verifyShown("⇧ J");
+        Stage.doubleClick(control("k"));
+        verifyShown("⇧ K");
+        click("left shift");
+        verifyShown("K");
+    }
+    function test_modifiersAloneCanBeTakenBack() {
+        Stage.enter("picker");
+        click("left shift");
         verifyShown("⇧");
         click("left shift");
         verifyShown("Click keys below");

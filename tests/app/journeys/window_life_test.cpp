@@ -35,6 +35,8 @@ TEST_F(WindowLife, aPermissionThatChangesWhileTheWindowIsClosedCountsOnceItIsOpe
   window.arrange();
   person.pressUntil(1, "it is remapped again",
                     [this] { return person.heard().ends_with("mute+ mute-"); });
+  person.permit("Accessibility", false);
+  window.expect(note(text(Text::step1Title)));
 }
 
 TEST_F(WindowLife, theMenuQuits) {

@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QImage>
+#include <QSystemTrayIcon>
 #include <QTimer>
 #include <QWindow>
 #include <memory>
@@ -22,7 +24,9 @@ using Calls = std::vector<std::string>;
 
 /// A launch of the application with the user's defaults; several may follow one another.
 struct Launch {
-  explicit Launch(std::shared_ptr<UserDefaults> defaults) : settings(std::move(defaults)) {
+  explicit Launch(std::shared_ptr<UserDefaults> defaults, bool refusesLoginItem = false)
+      : settings(std::move(defaults)) {
+    platform.refusesLoginItem = refusesLoginItem;
     delegate.setMainWindow(&window);
     delegate.applicationDidFinishLaunching();
   }
@@ -111,7 +115,28 @@ TEST_F(AppDelegateTest, aRefusedRegistrationChangesNothingForTheUser) {
   EXPECT_EQ(takeCalls(), (Calls{"activate", "register", "unregister"}));
 }
 
+TEST_F(AppDelegateTest, startsAlsoWhereTheRegistrationIsRefused) {
+  start();
+  launch->settings.setStartAtLogin(true);
+  launch.reset();
+  launch = std::make_unique<Launch>(defaults, true);
+  EXPECT_EQ(takeCalls(), (Calls{"activate", "register"}));
+  EXPECT_TRUE(*launch->settings.startAtLogin());
+}
+
 // The menu
+
+TEST_F(AppDelegateTest, theMenuBelongsToAnIconInTheStatusArea) {
+  const QSystemTrayIcon& item = start().statusItem();
+  EXPECT_TRUE(item.isVisible());
+  EXPECT_EQ(item.contextMenu(), &launch->delegate.menu());
+  EXPECT_EQ(item.toolTip(), "Trellivar");
+  EXPECT_TRUE(item.icon().isMask()) << "the system gives it its colour";
+  const QImage drawn = item.icon().pixmap(44, 44).toImage();
+  ASSERT_EQ(drawn.size(), QSize(44, 44));
+  EXPECT_EQ(drawn.pixelColor(22, 12).alpha(), 255);
+  EXPECT_EQ(drawn.pixelColor(22, 4).alpha(), 0);
+}
 
 TEST_F(AppDelegateTest, theMenuOffersTheWindowTheStartAtLoginAndTheEnd) {
   start();
