@@ -26,12 +26,16 @@ TEST_F(Process, aSecondOneBringsTheWindowOfTheFirstForwardAndEnds) {
   const auto window = display.windows("Trellivar").front();
   const auto desk = display.windows("Desk").front();
   display.raise(desk);
+  display.focus(desk);
+  display.type("a"); // X ignores whoever has heard nothing since the focus moved
   ASSERT_FALSE(display.isInFront(window));
+  ASSERT_FALSE(display.hasFocus(window));
 
   Program second(person.arguments());
   waitForTheEnd(second);
   EXPECT_EQ(second.exitCode(), 0);
   waitFor("the first one's window is in front", [&] { return display.isInFront(window); });
+  waitFor("it has the keyboard", [&] { return display.hasFocus(window); });
   EXPECT_TRUE(isAlone());
   EXPECT_TRUE(first.isRunning());
   EXPECT_EQ(first.complaints() + second.complaints(), "");
