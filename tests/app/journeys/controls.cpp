@@ -60,6 +60,16 @@ void collectTexts(const QQuickItem& item, std::vector<std::string>& into) {
     collectTexts(*child, into);
 }
 
+std::vector<std::string> texts(const std::string& title, bool isOpen) {
+  std::vector<std::string> found;
+  for (QWindow* window : QGuiApplication::topLevelWindows()) {
+    const auto* quick = qobject_cast<QQuickWindow*>(window);
+    if (quick && quick->isVisible() == isOpen && quick->title().toStdString() == title)
+      collectTexts(*quick->contentItem(), found);
+  }
+  return found;
+}
+
 } // namespace
 
 Controls controlsInSight() {
@@ -74,15 +84,9 @@ Controls controlsInSight() {
   return controls;
 }
 
-std::vector<std::string> textsInSight(const std::string& title) {
-  std::vector<std::string> texts;
-  for (QWindow* window : QGuiApplication::topLevelWindows()) {
-    const auto* quick = qobject_cast<QQuickWindow*>(window);
-    if (quick && quick->isVisible() && quick->title().toStdString() == title)
-      collectTexts(*quick->contentItem(), texts);
-  }
-  return texts;
-}
+std::vector<std::string> textsInSight(const std::string& title) { return texts(title, true); }
+
+std::vector<std::string> textsOfTheClosed(const std::string& title) { return texts(title, false); }
 
 std::string treeOf(const Controls& controls) {
   const auto roles = QMetaEnum::fromType<QAccessible::Role>();

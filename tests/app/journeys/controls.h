@@ -29,6 +29,8 @@ std::vector<Control> controlsInSight();
 
 /// The texts that are painted in the window of that title. Main thread.
 std::vector<std::string> textsInSight(const std::string& title);
+/// Those that were painted last in that window, which is closed. Main thread.
+std::vector<std::string> textsOfTheClosed(const std::string& title);
 
 /// One line a control, indented as in its window.
 std::string treeOf(const std::vector<Control>& controls);

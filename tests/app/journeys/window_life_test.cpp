@@ -1,4 +1,7 @@
 #include "tests/app/journeys/person.h"
+#include "tests/app/journeys/running_application.h"
+
+#include <algorithm>
 
 namespace trellivar {
 namespace {
@@ -37,6 +40,21 @@ TEST_F(WindowLife, aPermissionThatChangesWhileTheWindowIsClosedCountsOnceItIsOpe
                     [this] { return person.heard().ends_with("mute+ mute-"); });
   person.permit("Accessibility", false);
   window.expect(note(text(Text::step1Title)));
+}
+
+TEST_F(WindowLife, onlyTheTapIsLookedAtWhileTheWindowIsClosed) {
+  person.permit("Accessibility", false);
+  window.expect(note(text(Text::step1Title)));
+  window.close();
+  person.permit("Accessibility", true);
+  person.pressUntil(1, "the tap is there again",
+                    [this] { return person.heard().ends_with("mute+ mute-"); });
+  onMainThread([] {
+    EXPECT_EQ(std::ranges::count(textsOfTheClosed("Trellivar"), text(Text::step1Title)), 1);
+  });
+  person.chooseFromMenu(text(Text::menuOpen));
+  window.arrange();
+  window.expectNot(text(Text::step1Title));
 }
 
 TEST_F(WindowLife, theMenuQuits) {
