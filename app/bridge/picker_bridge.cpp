@@ -41,7 +41,7 @@ PickerBridge::PickerBridge(AppRoot& root, QObject* parent) : Refreshing(parent),
     rows_.emplace_back(
         QList<QByteArray>{"keyId", "label", "name", "units", "isSpacer", "isChosen"});
   showChosen();
-  watch(root_.mapping().selectedKeyId());
+  watch(root_.mapping().device());
   watch(root_.settings().language());
   refresh();
 }
@@ -75,10 +75,12 @@ QString PickerBridge::preview() const {
   return qtText(ShortcutComposer::preview(modifiers_, label));
 }
 
-bool PickerBridge::canAssign() const { return !modifiers_.empty() || base_; }
+bool PickerBridge::canAssign() const { return isKeyKnown_ && (!modifiers_.empty() || base_); }
 
 void PickerBridge::begin() {
   root_.mapping().endActiveCapture();
+  keyId_ = root_.mapping().selectedKeyId()->value_or(0);
+  refresh();
   modifiers_.clear();
   base_.reset();
   loneModifier_ = 0;
@@ -123,13 +125,16 @@ bool PickerBridge::release(int key) {
 
 void PickerBridge::assign() {
   const auto key = base_ ? std::optional(base_->key) : std::nullopt;
-  if (const auto output = ShortcutComposer::output(modifiers_, key))
-    root_.mapping().assign(*output);
+  const auto output = ShortcutComposer::output(modifiers_, key);
+  if (!output) return;
+  root_.mapping().select(keyId_); // which a pad that has come in between has ended
+  root_.mapping().assign(*output);
 }
 
 void PickerBridge::refresh() {
-  const std::string key = std::to_string(root_.mapping().selectedKeyId()->value_or(0));
+  const std::string key = std::to_string(keyId_);
   if (take(assignText_, qtText(L10n::t(L10n::Key::assignToKey, key)))) Q_EMIT assignTextChanged();
+  if (take(isKeyKnown_, root_.mapping().hasSignature(keyId_))) Q_EMIT chosenChanged();
 }
 
 } // namespace trellivar

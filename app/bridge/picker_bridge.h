@@ -16,7 +16,7 @@ namespace trellivar {
 
 struct KeyDef;
 
-/// The keyboard on which a shortcut is composed for the selected key.
+/// The keyboard on which a shortcut is composed for a key of the pad.
 class PickerBridge : public Refreshing {
   Q_OBJECT
   QML_ELEMENT
@@ -36,8 +36,8 @@ public:
   bool canAssign() const;
   QString assignText() const { return assignText_; }
 
-  /// Begins with nothing chosen. What is being learned or recorded ends, since both would hear what
-  /// is typed here.
+  /// Begins with nothing chosen, for the selected key, whatever is selected later. What is being
+  /// learned or recorded ends, since both would hear what is typed here.
   Q_INVOKABLE void begin();
   /// Latches or unlatches a modifier; makes any other key the one base key.
   Q_INVOKABLE void choose(const QString& keyId);
@@ -45,7 +45,7 @@ public:
   /// modifier that is pressed and released alone is toggled. Both answer whether the key is taken.
   Q_INVOKABLE bool press(int key, int modifiers);
   Q_INVOKABLE bool release(int key);
-  /// Binds the selected key to what is chosen.
+  /// Selects the key and binds it to what is chosen.
   Q_INVOKABLE void assign();
 
   void refresh() override;
@@ -66,6 +66,8 @@ private:
 
   AppRoot& root_;
   std::deque<RowModel> rows_;
+  int keyId_ = 0;
+  bool isKeyKnown_ = false; ///< what it sends, on the pad that is there
   std::vector<Modifier> modifiers_;
   std::optional<Base> base_;
   int loneModifier_ = 0; ///< the key that is down, and no other with it

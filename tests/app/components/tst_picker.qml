@@ -55,6 +55,18 @@ StageCase {
         compare(Stage.stored("P", 3), "⌘ ⇧ K");
         verifyShown("Key 3 — ⌘ ⇧ K");
     }
+    function test_aPadThatComesMeanwhileTakesNothingAway() {
+        Stage.enter("picker-composed");
+        Stage.turnTo("M"); // of which nobody knows what its keys send
+        compare(Stage.app.mapping.selectedKey, 0);
+        verifyShown("⌘ ⇧ K");
+        verify(!control("Assign to Key 3").enabled);
+        Stage.turnTo("P");
+        click("Assign to Key 3");
+        verify(!isOpen());
+        compare(Stage.stored("P", 3), "⌘ ⇧ K");
+        verifyShown("Key 3 — ⌘ ⇧ K");
+    }
     function test_modifiersAloneCanBeAssigned() {
         Stage.enter("picker");
         click("left option");
