@@ -58,7 +58,11 @@ check_package_in() {
 
 # What menus, software centres and the system read, and what nobody should have to see.
 check_descriptions() {
-  local share="$1/usr/share"
+  local share="$1/usr/share" icons="$1/usr/share/icons/hicolor" file
+  for file in "$1/usr/lib/udev/rules.d/70-trellivar.rules" "$icons/scalable/apps/trellivar.svg" \
+    "$icons"/{16x16,32x32,64x64,128x128,256x256,512x512}/apps/trellivar.png; do
+    [ -s "$file" ] || { echo "The package lacks ${file#"$1"}."; return 1; }
+  done
   desktop-file-validate "$share/applications/trellivar.desktop" &&
     appstreamcli validate --no-net "$share/metainfo/com.trellivar.Trellivar.metainfo.xml" || return 1
   if grep -rlF -- "$PWD" "$1"; then
