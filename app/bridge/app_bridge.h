@@ -48,8 +48,8 @@ class AppBridge : public Refreshing {
 
 public:
   /// Without an engine keys can be edited, but are not remapped.
-  AppBridge(AppRoot& root, PlatformServices& platform, FileTroubles& troubles,
-            bool hasEngine = true, QObject* parent = nullptr);
+  AppBridge(AppRoot& root, PlatformServices& platform, FileTroubles& troubles, bool hasEngine,
+            QObject* parent = nullptr);
   /// The one that exists; the QML engine asks for it.
   static AppBridge* create(QQmlEngine* engine, QJSEngine* scripts);
 

@@ -13,10 +13,14 @@ namespace trellivar {
 class RecordingPlatform final : public PlatformServices {
 public:
   QStringList calls; ///< but for the appearance
-  bool isMotionReducedNow = true;
 
   void setSystemDark(bool dark) {
     isSystemDark_ = dark;
+    if (changed_) changed_();
+  }
+
+  void setMotionReduced(bool reduced) {
+    isMotionReduced_ = reduced;
     if (changed_) changed_();
   }
 
@@ -30,7 +34,7 @@ public:
   void onAppearanceChanged(std::function<void()> callback) override {
     changed_ = std::move(callback);
   }
-  bool isMotionReduced() const override { return isMotionReducedNow; }
+  bool isMotionReduced() const override { return isMotionReduced_; }
   void promptForAccessibility() override { calls += "ask for accessibility"; }
   void openSettings(Page page) override {
     calls += page == Page::accessibility ? "settings: accessibility" : "settings: input monitoring";
@@ -39,6 +43,7 @@ public:
 private:
   AppAppearance appearance_ = AppAppearance::system;
   bool isSystemDark_ = true;
+  bool isMotionReduced_ = true;
   std::function<void()> changed_;
 };
 

@@ -106,7 +106,10 @@ void Stage::setSystemDark(bool dark) {
   settle();
 }
 
-void Stage::setMotionReduced(bool reduced) { world_->platform.isMotionReducedNow = reduced; }
+void Stage::setMotionReduced(bool reduced) {
+  world_->platform.setMotionReduced(reduced);
+  settle();
+}
 
 void Stage::takeEngineAway() {
   world_->bridge.emplace(root(), world_->platform, world_->troubles, false);

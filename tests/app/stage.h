@@ -61,9 +61,8 @@ public:
   Q_INVOKABLE void finishWriting();
   /// What the system looks like by itself.
   Q_INVOKABLE void setSystemDark(bool dark);
-  /// Before anything is shown.
   Q_INVOKABLE void setMotionReduced(bool reduced);
-  /// The application takes the computer for one without an engine. The same.
+  /// The application takes the computer for one without an engine. Before anything is shown.
   Q_INVOKABLE void takeEngineAway();
   /// What the stores tell of the user's files.
   Q_INVOKABLE void reportOfFile(const QString& what);

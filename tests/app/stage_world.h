@@ -44,7 +44,7 @@ struct Stage::World {
                 .signatures = std::make_shared<SignatureStore>(folder.path(), report()),
                 .settings = settings},
                std::make_shared<ProfileListViewModel>(ProfileStore(folder.path()), report())};
-  std::optional<AppBridge> bridge{std::in_place, root, platform, troubles};
+  std::optional<AppBridge> bridge{std::in_place, root, platform, troubles, true};
   QQmlEngine qml;
   std::unique_ptr<QObject> content;
   QQuickWindow* window = nullptr; ///< owned by `content`

@@ -42,6 +42,7 @@ protected:
   void expectEverythingFits(const QString& language) {
     SCOPED_TRACE(language.toStdString());
     enter(GetParam(), language);
+    EXPECT_EQ(stage.window()->minimumSize(), QSize(880, 600));
     for (const int height : {600, 720}) {
       stage.resize(880, height);
       expectTextsFit();

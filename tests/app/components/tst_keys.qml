@@ -71,6 +71,24 @@ StageCase {
         compare(Stage.description(pill(3)), "Assign an action first");
     }
 
+    function test_thePointerBringsAHint_data() {
+        return [{ tag: "a bound pill", item: () => pill(1), hint: "Double-click to rename" },
+            { tag: "an empty pill", item: () => pill(3), hint: "Assign an action first", isThere: true },
+            { tag: "a key with a name", item: () => cap(1), hint: "Copy", isThere: true },
+            { tag: "the settings", item: () => control("SETTINGS"), hint: "SETTINGS" }];
+    }
+    function test_thePointerBringsAHint(data) {
+        const shown = () => Stage.texts().filter(text => text === data.hint).length;
+        Stage.enter("usb");
+        const before = shown();
+        compare(before > 0, data.isThere ?? false);
+        Stage.hover(data.item());
+        compare(shown(), before, "not at once");
+        tryVerify(() => shown() === before + 1); // it waits for a real half of a second
+        Stage.pointAway();
+        tryVerify(() => shown() === before);
+    }
+
     function beginRenaming(key: int) {
         Stage.doubleClick(pill(key));
         compare(Stage.name(Stage.window.activeFocusItem), "Name");

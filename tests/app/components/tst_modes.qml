@@ -54,5 +54,8 @@ StageCase {
         Stage.enter("usb");
         Stage.turnTo("R");
         compare(active(), "P");
+        compare(part("DeviceBodyView", 0).mode, "R", "the drawn switch is that of the pad");
+        Stage.connectPad("away");
+        compare(part("DeviceBodyView", 0).mode, "P", "or that of the pill");
     }
 }

@@ -142,5 +142,31 @@ TEST_F(Binding, padKeysAreAlsoPressedWithTheDigits) {
   person.hears("mute+ mute-");
 }
 
+TEST_F(Binding, aDigitThatIsHeldIsLetGoWhenTheDeskLosesTheKeyboard) {
+  person.forget();
+  person.desk.press('1');
+  person.waitToHear("left_control+ c+");
+  window.press(Display::shift);
+  window.release(Display::shift);
+  person.waitToHear(untouched);
+  person.desk.release('1');
+}
+
+TEST_F(Binding, theDeskTellsWhatTheApplicationMade) {
+  const auto made = [this] {
+    std::vector<std::string> descriptions;
+    for (const Control& row : person.desk.controls())
+      if (row.role == QAccessible::ListItem) descriptions.push_back(row.description);
+    return descriptions;
+  };
+  person.bind(2, Text::mute);
+  person.forget();
+  person.strike("z");
+  person.press(2);
+  person.waitToHear("z+ z- mute+ mute-");
+  const std::string ours = "Made by Trellivar";
+  EXPECT_EQ(made(), (std::vector<std::string>{"", "", ours, ours}));
+}
+
 } // namespace
 } // namespace trellivar

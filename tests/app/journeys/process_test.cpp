@@ -52,6 +52,7 @@ TEST_F(Process, aSecondOneOpensTheWindowOfTheFirstThatWasClosed) {
   waitForTheEnd(second);
   EXPECT_EQ(second.exitCode(), 0);
   waitForWindows(first);
+  EXPECT_EQ(first.complaints() + second.complaints(), "");
 }
 
 TEST_F(Process, thatIsKilledShowsAndKeepsWhatWasThere) {

@@ -60,5 +60,16 @@ TEST(Restart, profilesThatCannotBeReadAreKeptBeside) {
   EXPECT_EQ(readFile(person.dataFolder() / "profiles.json.unreadable"), broken);
 }
 
+TEST(Restart, learnedKeysThatCannotBeReadAreToldOfAndKept) {
+  Person person;
+  std::filesystem::create_directory(person.dataFolder());
+  constexpr auto broken = "{\"";
+  std::ofstream(person.dataFolder() / "signatures.json") << broken;
+  person.start();
+  person.goOnToThePad();
+  person.window.expect(note("A file could not be read or written"));
+  EXPECT_EQ(readFile(person.dataFolder() / "signatures.json"), broken);
+}
+
 } // namespace
 } // namespace trellivar

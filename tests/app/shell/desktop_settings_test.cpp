@@ -1,11 +1,11 @@
 #include "app/platform/desktop_settings.h"
 #include "tests/app/shell/desktop_portal.h"
+#include "tests/app/shell/palettes.h"
 #include "tests/support/eventually.h"
 
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QPalette>
 #include <memory>
 #include <string>
 
@@ -21,7 +21,7 @@ struct DesktopSettingsTest : testing::Test {
   Changes changes = 0;
   std::unique_ptr<DesktopSettings> desktop;
 
-  ~DesktopSettingsTest() override { QApplication::setPalette(QPalette()); }
+  ~DesktopSettingsTest() override { QApplication::setPalette({}); }
 
   void start() {
     desktop = std::make_unique<DesktopSettings>(bus.connect("application"), [this] { ++changes; });
@@ -33,31 +33,25 @@ struct DesktopSettingsTest : testing::Test {
       return changes >= expected;
     });
   }
-  static void setPalette(QColor window, QColor text) {
-    QPalette palette;
-    palette.setColor(QPalette::Window, window);
-    palette.setColor(QPalette::WindowText, text);
-    QApplication::setPalette(palette);
-  }
 };
 
 TEST_F(DesktopSettingsTest, thePaletteDecidesWhereNobodyAnswers) {
   start();
-  setPalette(Qt::black, Qt::white);
+  QApplication::setPalette(darkPalette());
   EXPECT_TRUE(desktop->isDark());
-  setPalette(Qt::white, Qt::black);
+  QApplication::setPalette(lightPalette());
   EXPECT_FALSE(desktop->isDark());
   EXPECT_FALSE(desktop->isMotionReduced());
 }
 
 TEST_F(DesktopSettingsTest, tellsWhenThePaletteChanges) {
   start();
-  setPalette(Qt::black, Qt::white);
+  QApplication::setPalette(darkPalette());
   EXPECT_TRUE(hears(1));
 }
 
 TEST_F(DesktopSettingsTest, thePreferenceGoesBeforeThePalette) {
-  setPalette(Qt::white, Qt::black);
+  QApplication::setPalette(lightPalette());
   portal.prefer(1U);
   portal.appear(bus.connect("desktop"));
   start();
@@ -76,7 +70,7 @@ TEST_F(DesktopSettingsTest, followsThePreference) {
     ASSERT_TRUE(hears(before + 1));
     EXPECT_EQ(desktop->isDark(), isDark);
   }
-  setPalette(Qt::white, Qt::black);
+  QApplication::setPalette(lightPalette());
   const Changes before = changes;
   portal.prefer(0U);
   ASSERT_TRUE(hears(before + 1));

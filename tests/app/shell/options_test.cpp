@@ -130,8 +130,11 @@ TEST_F(OptionsTest, saysWhichDataFolderCannotBeWritten) {
 TEST_F(OptionsTest, keepsEverythingInTheDataFolder) {
   Program program(home.path(), {"--simulate", "--data-dir", "data/here", "--language", "zh-Hans"});
   const fs::path folder = home / "data" / "here";
-  ASSERT_TRUE(eventually(
-      [&] { return fs::exists(folder / "profiles.json") && fs::exists(folder / "settings.ini"); }));
+  ASSERT_TRUE(eventually([&] {
+    return fs::exists(folder / "profiles.json") &&
+           readFile(folder / "settings.ini").value_or("").find("appLanguage=zh-Hans") !=
+               std::string::npos;
+  }));
   struct stat status {};
   EXPECT_EQ(::stat(folder.c_str(), &status), 0);
   EXPECT_EQ(status.st_mode & 07777, 0700u);
